@@ -1,0 +1,36 @@
+#include "nalo_tools/assertion.h"
+
+#include "nalo_tools/log.h"
+#include "vorn3d/VornException.h"
+
+#include <cstdlib>
+#include <iostream>
+#include <string>
+
+namespace VORN3D
+{
+
+VornException::~VornException() = default;
+
+const char* VornException::what() const noexcept
+{
+    return "\n  VORN EXCEPTION due to a bug _or_ wrong usage of Vorn. If you think it is a \n"
+           "  bug, please report the incident together with the program's output to the\n"
+           "  maintainers: the Vorn3D developers, through the project's issue tracker.\n";
+}
+
+void failAssertion(const char* condition, const char* file, int line)
+{
+    logError("Vorn, ", std::string("Condition [ ") + condition + " failed ]");
+    std::cout << "      " << file << ":" << line << std::endl;
+    throw VornException();
+}
+
+void failDebugAssertion(const char* condition, const char* file, int line)
+{
+    std::cout.flush();
+    std::cerr << file << ":" << line << ": Assertion `" << condition << "' failed." << std::endl;
+    std::abort();
+}
+
+} // namespace VORN3D
