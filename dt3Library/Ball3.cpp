@@ -1,0 +1,18 @@
+#include "vorn3d/Ball3.h"
+
+#include <cmath>
+#include <iostream>
+
+namespace VORN3D {
+
+double Ball3::getRadius() const
+{
+    return std::sqrt(m_sqRadius);
+}
+
+void Ball3::debug() const
+{
+    std::cout << "Ball3: " << m_center << ", r=" << getRadius() << std::endl;
+}
+
+} // namespace VORN3D
