@@ -6,12 +6,12 @@
 #include <cfloat>
 #include <iosfwd>
 
-namespace VORN3D
-{
+namespace VORN3D {
 
 class Tet3;
 
-/// A point, and as a vertex of a triangulation also a handle into the mesh: it knows one incident tetrahedron.
+/// A point, and as a vertex of a triangulation also a handle into the mesh: it knows one incident
+/// tetrahedron.
 ///
 /// The custom index is free for the user and never interpreted. A triangulation creates its own vertices: the
 /// one made for an input point carries that point's custom index.
@@ -25,7 +25,8 @@ public:
 
     /// Copies coordinates and custom index; a copy is not linked into a mesh.
     Point3(const Point3& other)
-        : m_aCoordinate{other.x(), other.y(), other.z()}, m_pOneTet(nullptr), m_customIndex(other.m_customIndex)
+        : m_aCoordinate{other.x(), other.y(), other.z()}, m_pOneTet(nullptr),
+          m_customIndex(other.m_customIndex)
     {
     }
 
@@ -83,9 +84,9 @@ public:
     /// Lexicographic order by x, then y, then z.
     bool operator<(const Point3& other) const
     {
-        if (x() != other.x())
+        if (x() < other.x() || x() > other.x())
             return x() < other.x();
-        if (y() != other.y())
+        if (y() < other.y() || y() > other.y())
             return y() < other.y();
         return z() < other.z();
     }
@@ -110,8 +111,8 @@ static_assert(sizeof(Point3) == 3 * sizeof(double) + 2 * sizeof(void*), "the rec
 /// The point's address, a tab and its coordinates.
 VORN3D_EXPORT std::ostream& operator<<(std::ostream& os, const Point3& p);
 
-/// The centre of the sphere through four points, computed relative to the first one, so that it stays accurate
-/// far from the origin. Four coplanar points have none: the result is then not finite.
+/// The centre of the sphere through four points, computed relative to the first one, so that it stays
+/// accurate far from the origin. Four coplanar points have none: the result is then not finite.
 VORN3D_EXPORT Point3 getCircumcenter(const Point3& p0, const Point3& p1, const Point3& p2, const Point3& p3);
 
 } // namespace VORN3D
