@@ -4,15 +4,14 @@
 
 #include <iosfwd>
 
-namespace VORN3D
-{
+namespace VORN3D {
 
 class Point3;
 class Tet3;
 
-/// A directed edge of the mesh, named from one of its tetrahedra by the two corners not on it. In a positively
-/// oriented tetrahedron (target, source, opp2, opp3) are positively oriented; swapping opp3 and opp2 reverses
-/// the edge. A value; owns nothing and is valid as long as its tetrahedron.
+/// A directed edge of the mesh, named from one of its tetrahedra by the two corners not on it. In a
+/// positively oriented tetrahedron (target, source, opp2, opp3) are positively oriented; swapping opp3 and
+/// opp2 reverses the edge. A value; owns nothing and is valid as long as its tetrahedron.
 class VORN3D_EXPORT Edge3
 {
 public:

@@ -2,8 +2,7 @@
 
 #include "Export.h"
 
-namespace VORN3D
-{
+namespace VORN3D {
 
 class Edge3;
 class Tet3;
@@ -19,8 +18,8 @@ public:
     Tet3* getTet() const { return m_pTet; }
     int getOpp3Index() const { return m_opp3; }
 
-    /// The ith (0 to 2) corner index of the facet. In this order the corners appear counter-clockwise from the
-    /// opposite corner, that is from inside the tetrahedron.
+    /// The ith (0 to 2) corner index of the facet. In this order the corners appear counter-clockwise from
+    /// the opposite corner, that is from inside the tetrahedron.
     int getIntraTetIndex(int ith) const;
 
     /// The edge of the facet that does not contain the facet's ith (0 to 2) corner.

@@ -3,15 +3,15 @@
 #include "Edge3.h"
 #include "Export.h"
 
-namespace VORN3D
-{
+namespace VORN3D {
 
 class Tet3;
 
 /// Turns around an edge, from tetrahedron to tetrahedron, always in the same sense.
 ///
-/// Each step leaves the current tetrahedron across the facet opposite its opp2 corner. Around an edge inside the
-/// hull the iterator comes back to its start; around an edge on the hull nextIsNull() becomes true at the hull.
+/// Each step leaves the current tetrahedron across the facet opposite its opp2 corner. Around an edge inside
+/// the hull the iterator comes back to its start; around an edge on the hull nextIsNull() becomes true at the
+/// hull.
 ///
 ///     TetAroundEdgeIterator it(edge);
 ///     const TetAroundEdgeIterator start(it);

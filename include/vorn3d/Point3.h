@@ -106,7 +106,7 @@ private:
     int m_customIndex;
 };
 
-static_assert(sizeof(Point3) == 3 * sizeof(double) + 2 * sizeof(void*), "the record of the vertex pool");
+static_assert(sizeof(void*) != 8 || sizeof(Point3) == 40, "the record of the vertex pool");
 
 /// The point's address, a tab and its coordinates.
 VORN3D_EXPORT std::ostream& operator<<(std::ostream& os, const Point3& p);

@@ -6,8 +6,7 @@
 #include <iosfwd>
 #include <utility>
 
-namespace VORN3D
-{
+namespace VORN3D {
 
 class Edge3;
 class Facet3;
@@ -22,9 +21,9 @@ class Facet3;
 ///  - Every tetrahedron of a triangulation is positively oriented: corners 0, 1, 2 appear counter-clockwise
 ///    from corner 3, that is (c1 - c0) x (c2 - c0) . (c3 - c0) > 0.
 ///
-/// Clients get pointers to tetrahedra from a triangulation, which owns them; a pointer is valid until the next
-/// insertion. An index outside 0 to 3 is an error: it aborts in the diagnostic configuration and is undefined
-/// in the release configuration.
+/// Clients get pointers to tetrahedra from a triangulation, which owns them; a pointer is valid until the
+/// next insertion. An index outside 0 to 3 is an error: it aborts in the diagnostic configuration and is
+/// undefined in the release configuration.
 class VORN3D_EXPORT Tet3
 {
 public:
@@ -125,7 +124,7 @@ private:
     int customIndex;
 };
 
-static_assert(sizeof(Tet3) == 10 * sizeof(void*), "the record of the tetrahedron pool");
+static_assert(sizeof(void*) != 8 || sizeof(Tet3) == 80, "the record of the tetrahedron pool");
 
 /// ID, address, mark, orientation, corners and neighbours, one line each.
 VORN3D_EXPORT std::ostream& operator<<(std::ostream& os, const Tet3& tet);

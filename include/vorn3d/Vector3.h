@@ -2,8 +2,7 @@
 
 #include "Export.h"
 
-namespace VORN3D
-{
+namespace VORN3D {
 
 class Point3;
 

@@ -14,15 +14,14 @@
 #include <string>
 #include <vector>
 
-namespace VORN3D
-{
+namespace VORN3D {
 
 class Dt3;
 
 /// A Delaunay tetrahedralization of points in space.
 ///
-/// Points are inserted singly or in batches, in any number of calls. The mesh covers exactly the convex hull of
-/// the points; it exists as soon as four of them are not coplanar. No vertex lies strictly inside the
+/// Points are inserted singly or in batches, in any number of calls. The mesh covers exactly the convex hull
+/// of the points; it exists as soon as four of them are not coplanar. No vertex lies strictly inside the
 /// circumscribed sphere of a tetrahedron; every decision behind that is exact for any finite coordinates.
 ///
 /// Handles: a `Point3*` is valid for the life of the triangulation, a `Tet3*` until the next insertion.
@@ -37,16 +36,17 @@ public:
     Vorn_3D& operator=(const Vorn_3D&) = delete;
 
     /// Inserts one point and returns its vertex: the existing one if a point with the same coordinates was
-    /// inserted before. While all points are coplanar the vertex is only stored. When a single point makes the
-    /// triangulation three-dimensional, the first tetrahedron is all there is: earlier points other than its
-    /// corners stay outside the mesh until they are inserted again (inserting batches leaves no point out).
+    /// inserted before. While all points are coplanar the vertex is only stored. When a single point makes
+    /// the triangulation three-dimensional, the first tetrahedron is all there is: earlier points other than
+    /// its corners stay outside the mesh until they are inserted again (inserting batches leaves no point
+    /// out).
     Point3* insert(Point3& p);
 
     /// Inserts a batch of points, which is much faster than inserting them one by one.
     void insert(std::vector<Point3>& vInputPoints);
 
-    /// The same, and fills vUserHandles (which should be empty) with one vertex for each input point, in input
-    /// order. Equal points share a vertex; it carries the custom index of the first of them.
+    /// The same, and fills vUserHandles (which should be empty) with one vertex for each input point, in
+    /// input order. Equal points share a vertex; it carries the custom index of the first of them.
     void insert(std::vector<Point3>& vInputPoints, std::vector<Point3*>& vUserHandles);
 
     /// A tetrahedron that contains p: in its interior, on a facet or edge inside the hull, or as a corner.
@@ -57,8 +57,8 @@ public:
     /// Appends every stored vertex, triangulated or not, in the order of a space-filling curve.
     void getVertices(std::vector<Point3*>& vVertices) const;
 
-    /// Fills vTets, which must be empty, with all tetrahedra in ascending order of their addresses. Takes time
-    /// linear in the size of the mesh.
+    /// Fills vTets, which must be empty, with all tetrahedra in ascending order of their addresses. Takes
+    /// time linear in the size of the mesh.
     void getTetrahedra(std::vector<Tet3*>& vTets) const;
 
     /// Appends the tetrahedra that have pVtx as a corner, in ascending order of their addresses.

@@ -4,8 +4,7 @@
 
 #include <string>
 
-namespace VORN3D
-{
+namespace VORN3D {
 
 VORN3D_EXPORT int getMajorVersionNumber();
 VORN3D_EXPORT int getMinorVersionNumber();
