@@ -7,8 +7,7 @@
 #include <iostream>
 #include <string>
 
-namespace VORN3D
-{
+namespace VORN3D {
 
 VornException::~VornException() = default;
 

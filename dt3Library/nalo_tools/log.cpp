@@ -3,11 +3,9 @@
 #include <cstdlib>
 #include <iostream>
 
-namespace VORN3D
-{
+namespace VORN3D {
 
-namespace
-{
+namespace {
 
 void report(const std::string& line)
 {

@@ -1,0 +1,173 @@
+// SimplePool hands out uninitialised records from large raw blocks ("containers").
+//
+// A record never moves, and none is freed alone: reset() rewinds the pool to its first container, the
+// destructor releases everything, one free() a container. The pool runs no constructor and no destructor;
+// whoever takes a record fills it. The first container holds initialSize records, every further one
+// increaseLimit; a negative increaseLimit selects automatic growth: half the first container, then always
+// double the last, up to 100 MB.
+#pragma once
+
+#include "nalo_tools/assertion.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <cstdint>
+#include <cstdlib>
+#include <iostream>
+#include <type_traits>
+#include <utility>
+#include <vector>
+
+namespace VORN3D {
+
+template <typename T>
+class SimplePool
+{
+    static_assert(std::is_trivially_destructible_v<T>, "records are abandoned, never destroyed");
+
+public:
+    SimplePool() = default;
+    SimplePool(const SimplePool&) = delete;
+    SimplePool& operator=(const SimplePool&) = delete;
+
+    ~SimplePool()
+    {
+        if (vContainers.size() > 50)
+            std::cout << "SimplePool::~SimplePool: Number of containers to release: " << vContainers.size()
+                      << "\n";
+        freeContainersFrom(0);
+    }
+
+    /// To be called exactly once, before the first newElement().
+    void init(int initialSizeWanted, int increaseLimitWanted)
+    {
+        if (initialized) {
+            std::cout << "SimplePool::init(..), ERROR: This pool is already initialized" << std::endl;
+            DEBUG_ASSERT_TEXT(false, "false");
+            std::exit(1);
+        }
+        if (increaseLimitWanted == 1)
+            std::cout << "NaloPool::init(..), Warning: increaseLimit=1" << std::endl;
+        maxContainerSize = static_cast<std::int32_t>(MAX_CONTAINER_BYTES / sizeof(T));
+        initialSize = initialSizeWanted;
+        increaseLimit = increaseLimitWanted;
+        alloc(initialSize);
+        initialized = true;
+    }
+
+    /// The next free record, uninitialised; never null. Running out of memory ends the process.
+    T* newElement()
+    {
+        DEBUG_ASSERT(initialized);
+        ++currentIndex;
+        if (currentIndex >= currentSize)
+            startContainer();
+        return pCurrentContainer + currentIndex;
+    }
+
+    /// Adds a container of numElements records, or of the next automatic size if numElements is negative.
+    void alloc(int numElements)
+    {
+        const std::int32_t size = numElements < 0 ? getNextAutomaticSize() : numElements;
+        vSizes.push_back(size);
+        pCurrentContainer = allocateRecords(static_cast<std::size_t>(size));
+        vContainers.push_back(pCurrentContainer);
+        currentSize = size;
+        currentIndex = -1;
+    }
+
+    /// Rewinds to the first container and frees the others. Every record handed out before is void. The sizes
+    /// reached are remembered: automatic growth goes on from the largest.
+    void reset()
+    {
+        currentIndex = -1;
+        if (bOnlyFirstContainer)
+            return;
+        freeContainersFrom(1);
+        vContainers.resize(1);
+        pCurrentContainer = vContainers.front();
+        currentSize = initialSize;
+        bOnlyFirstContainer = true;
+    }
+
+    /// The number of records handed out since the start or the last reset().
+    std::size_t getNumElements() const
+    {
+        std::size_t num = 0;
+        forEachBlock([&num](T*, std::size_t size) { num += size; });
+        return num;
+    }
+
+    /// Calls visit(T*) for every record handed out, in ascending order of the addresses.
+    template <typename Visitor>
+    void forEachElement(Visitor visit) const
+    {
+        std::vector<std::pair<T*, std::size_t>> vBlocks;
+        forEachBlock([&vBlocks](T* pFirst, std::size_t size) { vBlocks.emplace_back(pFirst, size); });
+        std::sort(vBlocks.begin(), vBlocks.end());
+        for (const auto& [pFirst, size] : vBlocks)
+            for (std::size_t i = 0; i < size; ++i)
+                visit(pFirst + i);
+    }
+
+private:
+    static constexpr std::size_t MAX_CONTAINER_BYTES = 100'000'000;
+
+    // Containers are filled one after another, so that all but the last are full. Since vSizes keeps what a
+    // reset has freed, the sizes of the containers behind the first are at its end.
+    template <typename BlockVisitor>
+    void forEachBlock(BlockVisitor visit) const
+    {
+        const std::size_t numContainers = vContainers.size();
+        for (std::size_t i = 0; i < numContainers; ++i) {
+            const bool bLast = i + 1 == numContainers;
+            const std::int32_t sizeIfFull = i == 0 ? initialSize : vSizes[vSizes.size() - numContainers + i];
+            visit(vContainers[i], static_cast<std::size_t>(bLast ? currentIndex + 1 : sizeIfFull));
+        }
+    }
+
+    void startContainer()
+    {
+        alloc(increaseLimit);
+        ++currentIndex;
+        bOnlyFirstContainer = false;
+    }
+
+    std::int32_t getNextAutomaticSize() const
+    {
+        DEBUG_ASSERT_TEXT(!vSizes.empty(), "!vSizes.empty()");
+        DEBUG_ASSERT_TEXT(vSizes.back() > 0, "vSizes.back()>0");
+        const std::int64_t size = vSizes.size() == 1 ? vSizes.back() / 2 : std::int64_t(2) * vSizes.back();
+        return static_cast<std::int32_t>(size < maxContainerSize ? size : maxContainerSize);
+    }
+
+    static T* allocateRecords(std::size_t numRecords)
+    {
+        void* pMemory = std::malloc(numRecords * sizeof(T));
+        if (pMemory == nullptr && numRecords > 0) {
+            std::cout << "SimplePool::alloc(..), ERROR: Out of memory, sorry" << std::endl;
+            DEBUG_ASSERT_TEXT(false, "false");
+            std::exit(1);
+        }
+        return static_cast<T*>(pMemory);
+    }
+
+    void freeContainersFrom(std::size_t first)
+    {
+        for (std::size_t i = first; i < vContainers.size(); ++i)
+            std::free(vContainers[i]);
+    }
+
+    std::vector<T*> vContainers;
+    std::vector<std::int32_t> vSizes;
+    T* pCurrentContainer = nullptr;
+    std::int32_t currentIndex = -1;
+    std::int32_t currentSize = 0;
+    std::int32_t initialSize = 0;
+    std::int32_t increaseLimit = 0;
+    bool initialized = false;
+    bool bOnlyFirstContainer = true;
+    std::int32_t maxContainerSize = 0;
+};
+
+} // namespace VORN3D
