@@ -3,8 +3,7 @@
 #include <iomanip>
 #include <iostream>
 
-namespace VORN3D
-{
+namespace VORN3D {
 
 Point3 Point3::operator+(const Vector3& v) const
 {
@@ -23,8 +22,8 @@ void Point3::debug() const
 
 std::ostream& operator<<(std::ostream& os, const Point3& p)
 {
-    return os << static_cast<const void*>(&p) << "\t" << std::setw(8) << p.x() << ", " << std::setw(8) << p.y()
-              << ", " << std::setw(8) << p.z();
+    return os << static_cast<const void*>(&p) << "\t" << std::setw(8) << p.x() << ", " << std::setw(8)
+              << p.y() << ", " << std::setw(8) << p.z();
 }
 
 Point3 getCircumcenter(const Point3& p0, const Point3& p1, const Point3& p2, const Point3& p3)

@@ -1,0 +1,168 @@
+// Dt3 is the kernel: it owns the mesh and grows a Delaunay tetrahedralization one vertex at a time.
+//
+// Representation: tetrahedra with corners and neighbours, neighbour i across the facet opposite corner i;
+// null on the hull. There is no infinite vertex: the mesh is exactly the convex hull.
+//
+// True before and after every public call:
+//   (1) links are mutual, and linked facets have the same three vertices;
+//   (2) every tetrahedron is positively oriented;
+//   (3) no vertex lies strictly inside the circumscribed sphere of a tetrahedron;
+//   (4) a vertex in the mesh points to a tetrahedron that has it as a corner, any other vertex to none;
+//   (5) `hasBeenVisited` is set exactly on the dead records, which wait in vDoomedTets and vReusableTets.
+//
+// Sources: A. Bowyer, Computing Dirichlet tessellations, and D. Watson, Computing the n-dimensional Delaunay
+// tessellation, both Computer Journal 24 (1981); growth of the hull as beneath-beyond, F. Preparata and
+// M. Shamos, Computational Geometry, 1985.
+#pragma once
+
+#include "AffineBasis.h"
+#include "FacetHash.h"
+#include "HC3.h"
+#include "NaloTest3.h"
+#include "nalo_tools/SimplePool.h"
+#include "vorn3d/Edge3.h"
+#include "vorn3d/Point3.h"
+#include "vorn3d/Tet3.h"
+
+#include <cstddef>
+#include <vector>
+
+namespace VORN3D {
+
+class Vorn_3D;
+
+class Dt3
+{
+public:
+    /// What locateConflictTet() answers beside the index 0 to 3 of a hull facet.
+    enum LocateResult { LOCATED_INSIDE = -1, LOCATED_VERTEX = -2, LOCATE_GAVE_UP = -99 };
+
+    explicit Dt3(Vorn_3D* pOwner);
+    Dt3(const Dt3&) = delete;
+    Dt3& operator=(const Dt3&) = delete;
+
+    // --- Dt3.cpp: the driver ---
+
+    /// Inserts a batch and fills vUserHandles with one vertex for each input point, in input order.
+    void insert(std::vector<Point3>& vInputPoints, std::vector<Point3*>& vUserHandles);
+
+    /// Inserts one point and returns its vertex.
+    Point3* insert(Point3& p);
+
+    /// Inserts vertices into the three-dimensional mesh, coarse to fine; the first walk starts at pLastTet.
+    void triangulate(std::vector<Point3*>& vVertices, Tet3* pLastTet);
+
+    /// The first tetrahedron, made of the first four vertices in curve order that are not coplanar; null
+    /// while all are coplanar.
+    Tet3* createInitialTet();
+
+    bool is3D() const { return bFullDimensional; }
+    void setVerbosity(bool b) { bVerbose = b; }
+
+    // --- Dt3Location.cpp: the walk ---
+
+    /// A tetrahedron near p to start a walk from; null if there is none.
+    Tet3* findNearbyTet(const Point3& p) const;
+
+    /// Walks from pStartTet to pVtx and moves pStartTet to where the walk ends. Returns
+    ///   -1      the point is inside pStartTet or on an inner facet or inner edge of it;
+    ///   -2      the point has the coordinates of a corner of pStartTet;
+    ///   0 to 3  the point is outside the hull or on its boundary, beyond or in this hull facet of pStartTet;
+    ///   -99     the walk gave up.
+    int locateConflictTet(const Point3* pVtx, Tet3*& pStartTet) const;
+
+    // --- Dt3Insertion.cpp and, for a vertex outside the hull, Dt3Hull.cpp: one vertex ---
+
+    /// Inserts *ppVtx and returns a tetrahedron incident to it. If the mesh has a vertex with its coordinates
+    /// already, *ppVtx is replaced by that one.
+    Tet3* insertVertex(Point3** ppVtx, Tet3* pStartTet);
+
+    /// A tetrahedron with these corners, from a dead record or the pool. A negative orientation is an error;
+    /// a flat tetrahedron is reported and made.
+    Tet3* createTet(Point3* a, Point3* b, Point3* c, Point3* d);
+
+    /// Links two tetrahedra across the given facets, in both directions.
+    void registerTets(Tet3* t0, int ici0, Tet3* t1, int ici1);
+
+    // --- Dt3Queries.cpp: reading the mesh back ---
+
+    /// Fills vTet, which must be empty, with all tetrahedra in ascending address order. O(number of records).
+    void getAllTetrahedra(std::vector<Tet3*>& vTet) const;
+
+    /// Appends the tetrahedra that have pVtx as a corner, in ascending address order.
+    void getTetsAroundVertex(const Point3* pVtx, std::vector<Tet3*>& vTets) const;
+
+    /// Appends every stored vertex in curve order.
+    void getVertices(std::vector<Point3*>& v) const;
+
+private:
+    // A facet on which the new vertex gets a tetrahedron: its corners in the order that makes (vertex, a, b,
+    // c) positive, and the tetrahedron beyond it, null on the hull.
+    struct StarFacet
+    {
+        Point3* a;
+        Point3* b;
+        Point3* c;
+        Tet3* pBeyond;
+        int iciInBeyond;
+    };
+
+    // What it means for a walk that the point lies in the plane of a facet of the current tetrahedron.
+    struct CoplanarVerdict
+    {
+        bool bWalkEnds;
+        int result;
+    };
+
+    void startUp(std::vector<Point3*>& vNewVertices);
+    std::vector<Point3*> getUntriangulated(const std::vector<Point3*>& vUserHandles) const;
+
+    CoplanarVerdict judgeCoplanar(const Point3* pVtx, Tet3*& pTet, int ici) const;
+    int circleEdgeToHull(Tet3*& pTet, int opp3, int opp2) const;
+    void checkStrictlyInside(const Tet3* pTet, const Point3* pVtx) const;
+
+    Tet3* adoptExistingVertex(Point3** ppVtx, Tet3* pTet) const;
+    Tet3* insertInside(Point3* pVtx, Tet3* pTet);
+    void startInsertion();
+    void doom(Tet3* pTet);
+    bool isInConflict(const Tet3* pTet, const Point3* pVtx) const;
+    bool growAcross(const Tet3* pDoomed, int ici, const Point3* pVtx);
+    void pushCavityFacet(const Tet3* pDoomed, int ici);
+    void pushStarFacet(const Tet3* pTet, const int (&aCorner)[3], Tet3* pBeyond, int iciInBeyond);
+    Tet3* buildStar(Point3* pVtx, std::size_t first, std::size_t last);
+    void linkAcross(Tet3* pNewTet, int ici, Point3* pSource, Point3* pTarget);
+    Tet3* takeRecord();
+    static void reportOrientation(Orientation3 orientation, const Point3* a, const Point3* b, const Point3* c,
+                                  const Point3* d);
+
+    Tet3* insertOutside(Point3* pVtx, Tet3* pCurTet, int opp3ICI);
+    void gatherSeenTets(const Point3* pVtx, Tet3* pTet, int ici);
+    void addSeenFacet(Tet3* pTet, int ici);
+    void growConflictRegionOutside(const Point3* pVtx);
+    void pushVisibleFacets(Tet3* pTet, const Point3* pVtx);
+    void pushCavityFacetsOutside(const Tet3* pDoomed, const Point3* pVtx);
+
+    Tet3* findLiveTet() const;
+
+    SimplePool<Tet3> tetPool;
+    std::vector<Tet3*> vDoomedTets;
+    std::vector<Tet3*> vReusableTets;
+    FacetHash facetHash;
+    NaloTest3 predicates;
+    bool bFullDimensional = false;
+    HC3 hc;
+    AffineBasis spannedFlat;
+    Vorn_3D* pFacade;
+    bool bVerbose = false;
+    std::size_t numMeshVertices = 0;
+
+    // Scratch of the current insertion, kept to save its memory.
+    std::size_t numLeftOverTets = 0;
+    std::vector<Tet3*> vStack;
+    std::vector<StarFacet> vStar;
+    std::vector<Tet3*> vSeenTets;
+    std::vector<Edge3> vHullEdges;
+    FacetHash horizonEdges;
+};
+
+} // namespace VORN3D

@@ -1,0 +1,110 @@
+// Insertion of a vertex outside the convex hull or on its boundary.
+//
+// The hull facets that the vertex sees are found by growing across hull edges from the one that the walk met.
+// The tetrahedron of such a facet is either in conflict, and doomed, or the vertex is joined to the facet
+// from outside. All other tetrahedra in conflict are connected with these doomed ones, so that the conflict
+// region grows from them as it does inside the hull.
+//
+// No new tetrahedron is flat. A facet of the cavity whose plane contains the vertex is on the hull: were
+// there a tetrahedron beyond it, the vertex, strictly inside the facet's circle, would be in conflict with
+// that too.
+#include "Dt3.h"
+
+#include "indexTables.h"
+#include "nalo_tools/assertion.h"
+#include "vorn3d/Iterators.h"
+
+namespace VORN3D {
+
+Tet3* Dt3::insertOutside(Point3* pVtx, Tet3* pCurTet, int opp3ICI)
+{
+    VORN_ASSERT_TEXT(pCurTet != nullptr, "pCurTet!=0");
+    VORN_ASSERT_TEXT(opp3ICI > -1, "opp3ICI>-1");
+    startInsertion();
+    gatherSeenTets(pVtx, pCurTet, opp3ICI);
+    growConflictRegionOutside(pVtx);
+    for (Tet3* pTet : vSeenTets)
+        if (!pTet->hasBeenVisited)
+            pushVisibleFacets(pTet, pVtx);
+    const std::size_t numVisible = vStar.size();
+    for (std::size_t i = numLeftOverTets; i < vDoomedTets.size(); ++i)
+        pushCavityFacetsOutside(vDoomedTets[i], pVtx);
+
+    facetHash.start(3 * vStar.size() / 2);
+    Tet3* pLastOnVisible = buildStar(pVtx, 0, numVisible);
+    Tet3* pLastInCavity = buildStar(pVtx, numVisible, vStar.size());
+    Tet3* pNewTet = numVisible > 0 ? pLastOnVisible : pLastInCavity;
+    VORN_ASSERT_TEXT(pNewTet != nullptr, "pNewTet1!=0");
+    return pNewTet;
+}
+
+// Fills vSeenTets with the tetrahedra of the hull facets that the vertex sees, each once, starting with pTet,
+// whose facet ici the vertex is beyond or in. Growth is from facet to facet: a tetrahedron may have several
+// that are seen.
+void Dt3::gatherSeenTets(const Point3* pVtx, Tet3* pTet, int ici)
+{
+    vSeenTets.clear();
+    vHullEdges.clear();
+    horizonEdges.start(0);
+    addSeenFacet(pTet, ici);
+    while (!vHullEdges.empty()) {
+        TetAroundEdgeIterator it(vHullEdges.back());
+        vHullEdges.pop_back();
+        while (!it.nextIsNull())
+            ++it;
+        if (predicates.getOrientation3(*it, it.getOpp2Index(), pVtx) == ORIENTATION3_NEGATIVE)
+            addSeenFacet(*it, it.getOpp2Index());
+    }
+    for (Tet3* pSeen : vSeenTets)
+        pSeen->hasBeenVisited = false;
+}
+
+// While tetrahedra are gathered, the visited mark tells which are.
+void Dt3::addSeenFacet(Tet3* pTet, int ici)
+{
+    if (!pTet->hasBeenVisited) {
+        pTet->hasBeenVisited = true;
+        vSeenTets.push_back(pTet);
+    }
+    for (int j = 0; j < 4; ++j)
+        if (j != ici && horizonEdges.matchFacet(pTet, ici, pTet->aVertexPointer[EDGE_SOURCE[ici][j]],
+                                                pTet->aVertexPointer[EDGE_TARGET[ici][j]]) == nullptr)
+            vHullEdges.emplace_back(pTet, ici, j);
+}
+
+void Dt3::growConflictRegionOutside(const Point3* pVtx)
+{
+    for (Tet3* pTet : vSeenTets)
+        if (isInConflict(pTet, pVtx)) {
+            doom(pTet);
+            vStack.push_back(pTet);
+        }
+    while (!vStack.empty()) {
+        const Tet3* pDoomed = vStack.back();
+        vStack.pop_back();
+        for (int i = 0; i < 4; ++i)
+            growAcross(pDoomed, i, pVtx);
+    }
+}
+
+// Facets in a plane with the vertex are not built on.
+void Dt3::pushVisibleFacets(Tet3* pTet, const Point3* pVtx)
+{
+    for (int i = 0; i < 4; ++i)
+        if (pTet->aOppTet[i] == nullptr && predicates.getOrientation3(pTet, i, pVtx) == ORIENTATION3_NEGATIVE)
+            pushStarFacet(pTet, INWARD_FACET[i], pTet, i);
+}
+
+void Dt3::pushCavityFacetsOutside(const Tet3* pDoomed, const Point3* pVtx)
+{
+    for (int i = 0; i < 4; ++i) {
+        const Tet3* pBeyond = pDoomed->aOppTet[i];
+        const bool bBoundary = pBeyond == nullptr
+                                   ? predicates.getOrientation3(pDoomed, i, pVtx) == ORIENTATION3_POSITIVE
+                                   : !pBeyond->hasBeenVisited;
+        if (bBoundary)
+            pushCavityFacet(pDoomed, i);
+    }
+}
+
+} // namespace VORN3D

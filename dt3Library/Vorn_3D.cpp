@@ -1,0 +1,66 @@
+#include "vorn3d/Vorn_3D.h"
+
+#include "Dt3.h"
+
+#include <cmath>
+
+namespace VORN3D {
+
+Vorn_3D::Vorn_3D() : m_pDt(std::make_unique<Dt3>(this)) {}
+
+Vorn_3D::~Vorn_3D() = default;
+
+Point3* Vorn_3D::insert(Point3& p)
+{
+    return m_pDt->insert(p);
+}
+
+void Vorn_3D::insert(std::vector<Point3>& vInputPoints)
+{
+    std::vector<Point3*> vHandles;
+    m_pDt->insert(vInputPoints, vHandles);
+}
+
+void Vorn_3D::insert(std::vector<Point3>& vInputPoints, std::vector<Point3*>& vUserHandles)
+{
+    m_pDt->insert(vInputPoints, vUserHandles);
+}
+
+Tet3* Vorn_3D::locate(const Point3& p)
+{
+    if (!std::isfinite(p.x()) || !std::isfinite(p.y()) || !std::isfinite(p.z()))
+        return nullptr;
+    const Point3 query(p);
+    Tet3* pTet = m_pDt->findNearbyTet(query);
+    if (pTet == nullptr)
+        return nullptr;
+    const int result = m_pDt->locateConflictTet(&query, pTet);
+    return result == Dt3::LOCATED_INSIDE || result == Dt3::LOCATED_VERTEX ? pTet : nullptr;
+}
+
+void Vorn_3D::getVertices(std::vector<Point3*>& vVertices) const
+{
+    m_pDt->getVertices(vVertices);
+}
+
+void Vorn_3D::getTetrahedra(std::vector<Tet3*>& vTets) const
+{
+    m_pDt->getAllTetrahedra(vTets);
+}
+
+void Vorn_3D::getTetsAroundVertex(Point3* pVtx, std::vector<Tet3*>& vTets)
+{
+    m_pDt->getTetsAroundVertex(pVtx, vTets);
+}
+
+bool Vorn_3D::is3D() const
+{
+    return m_pDt->is3D();
+}
+
+void Vorn_3D::setVerbosity(bool b)
+{
+    m_pDt->setVerbosity(b);
+}
+
+} // namespace VORN3D
