@@ -1,0 +1,33 @@
+#pragma once
+
+#include <stdexcept>
+
+namespace VORN3D::program {
+
+/// The user asked the program to stop.
+class Interrupted : public std::runtime_error
+{
+public:
+    Interrupted() : std::runtime_error("interrupted") {}
+};
+
+/// While it lives, Ctrl-C and the termination signal do not end the process at once but make the next check()
+/// throw Interrupted, so that the work in hand is cleaned up. One at a time.
+class InterruptionWatch
+{
+public:
+    InterruptionWatch();
+    ~InterruptionWatch();
+    InterruptionWatch(const InterruptionWatch&) = delete;
+    InterruptionWatch& operator=(const InterruptionWatch&) = delete;
+
+    void check() const;
+
+private:
+    using Handler = void (*)(int);
+
+    Handler m_pOldInterrupt;
+    Handler m_pOldTerminate;
+};
+
+} // namespace VORN3D::program

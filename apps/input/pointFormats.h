@@ -1,0 +1,25 @@
+// One reader for each format of point files. They give the points in the order of the file and throw
+// InputError, with a line number where there are lines, on anything that is not a list of finite points.
+#pragma once
+
+#include "input/ByteSource.h"
+
+#include "vorn3d/Point3.h"
+
+#include <vector>
+
+namespace VORN3D::program {
+
+/// Three coordinates a line, in any common separation, with an optional line of column names first.
+std::vector<Point3> readText(ByteSource& source);
+
+/// The same, with an optional first line that holds the number of points.
+std::vector<Point3> readPts(ByteSource& source);
+
+/// TetGen's list of numbered nodes, counted from 0 or 1.
+std::vector<Point3> readNode(ByteSource& source);
+
+/// Three little-endian doubles a point, nothing else.
+std::vector<Point3> readBinary(ByteSource& source);
+
+} // namespace VORN3D::program

@@ -1,0 +1,38 @@
+#include "input/readPoints.h"
+
+#include "input/pointFormats.h"
+
+#include <climits>
+
+namespace VORN3D::program {
+
+const FileFormats<ReadFunction>& getPointFormats()
+{
+    static const FileFormats<ReadFunction> vFormats{
+        {"text",
+         {".xyz", ".txt", ".csv"},
+         "x y z on each line, between them blanks, tabs, a comma or a semicolon",
+         readText},
+        {"pts", {".pts"}, "the same after an optional line with the number of points", readPts},
+        {"node", {".node"}, "TetGen's nodes, numbered from 0 or 1", readNode},
+        {"bin", {".bin"}, "three little-endian doubles for each point", readBinary},
+    };
+    return vFormats;
+}
+
+std::vector<Point3> readPoints(const std::string& path, const std::string& formatName)
+{
+    const auto& format = chooseFormat(getPointFormats(), path, formatName);
+    ByteSource source(path);
+    std::vector<Point3> vPoints = format.pFunction(source);
+    if (vPoints.empty())
+        throw InputError(source.getName(), "holds no points");
+    if (vPoints.size() > INT_MAX)
+        throw InputError(source.getName(), "holds more than " + std::to_string(INT_MAX) + " points");
+    int index = 0;
+    for (Point3& point : vPoints)
+        point.setCustomIndex(index++);
+    return vPoints;
+}
+
+} // namespace VORN3D::program

@@ -1,0 +1,78 @@
+// The program `vorn3d`: the library from the command line.
+#include "ExitStatus.h"
+#include "GenerateCommand.h"
+#include "InputError.h"
+#include "Interruption.h"
+#include "TriangulateCommand.h"
+
+#include "vorn3d/VornException.h"
+#include "vorn3d/version.h"
+
+#include <iostream>
+#include <new>
+
+namespace VORN3D::program {
+
+namespace {
+
+const char* const description =
+    "vorn3d computes Delaunay tetrahedralizations of points in space, exactly for any input.";
+
+const char* const notes = R"(Each command has its own help, for instance vorn3d triangulate --help
+
+Exit status:
+  0    done
+  1    the work failed: output that cannot be written, memory exhausted, an internal error
+  2    the command line or an input file cannot be used
+  3    all points lie in one plane: there is no tetrahedron
+  130  interrupted
+)";
+
+ExitStatus fail(ExitStatus status, const char* message)
+{
+    std::cerr << message << std::endl;
+    return status;
+}
+
+ExitStatus parseAndRun(int argc, char** argv)
+{
+    ExitStatus status = exitSuccess;
+    CLI::App app(description, "vorn3d");
+    app.set_version_flag("--version", getVorn3DVersion());
+    app.require_subcommand(1);
+    app.footer(notes);
+    addTriangulateCommand(app, status);
+    addGenerateCommand(app, status);
+    try {
+        app.parse(argc, argv);
+        return status;
+    } catch (const CLI::ParseError& error) {
+        // Help and version come this way too, with the exit code 0.
+        return app.exit(error) == 0 ? exitSuccess : exitBadInput;
+    }
+}
+
+/// Turns every exception into a message and an exit status.
+ExitStatus run(int argc, char** argv)
+{
+    try {
+        return parseAndRun(argc, argv);
+    } catch (const InputError& error) {
+        return fail(exitBadInput, error.what());
+    } catch (const Interrupted&) {
+        return fail(exitInterrupted, "vorn3d: interrupted");
+    } catch (const std::bad_alloc&) {
+        return fail(exitFailure, "vorn3d: memory exhausted");
+    } catch (const std::exception& error) {
+        return fail(exitFailure, error.what());
+    }
+}
+
+} // namespace
+
+} // namespace VORN3D::program
+
+int main(int argc, char** argv)
+{
+    return VORN3D::program::run(argc, argv);
+}

@@ -1,0 +1,81 @@
+#include "output/OutputFile.h"
+
+#include <cerrno>
+#include <filesystem>
+#include <system_error>
+
+#include <unistd.h>
+
+namespace VORN3D::program {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+/// Symbolic links are followed, so that the file they lead to is replaced and not the link.
+std::string resolve(const std::string& path)
+{
+    std::error_code error;
+    const fs::path resolved = fs::canonical(path, error);
+    return error ? path : resolved.string();
+}
+
+bool isWrittenDirectly(const std::string& path)
+{
+    std::error_code error;
+    const fs::file_status status = fs::status(path, error);
+    return fs::exists(status) && !fs::is_regular_file(status);
+}
+
+} // namespace
+
+OutputFile::OutputFile(const std::string& path) : m_path(path)
+{
+    m_file.reset(openTarget());
+    if (!m_file) {
+        m_temporaryPath.clear();
+        fail();
+    }
+}
+
+OutputFile::~OutputFile()
+{
+    m_file.reset();
+    if (!m_temporaryPath.empty())
+        std::remove(m_temporaryPath.c_str());
+}
+
+std::FILE* OutputFile::openTarget()
+{
+    if (m_path == "-")
+        return stdout;
+    m_path = resolve(m_path);
+    if (isWrittenDirectly(m_path))
+        return std::fopen(m_path.c_str(), "wb");
+    m_temporaryPath = m_path + "." + std::to_string(getpid()) + ".part";
+    return std::fopen(m_temporaryPath.c_str(), "wbx");
+}
+
+void OutputFile::write(std::string_view bytes)
+{
+    if (std::fwrite(bytes.data(), 1, bytes.size(), m_file.get()) < bytes.size())
+        fail();
+}
+
+void OutputFile::commit()
+{
+    if (std::fflush(m_file.get()) != 0)
+        fail();
+    if (m_temporaryPath.empty())
+        return;
+    if (std::fclose(m_file.release()) != 0 || std::rename(m_temporaryPath.c_str(), m_path.c_str()) != 0)
+        fail();
+    m_temporaryPath.clear();
+}
+
+void OutputFile::fail() const
+{
+    throw std::system_error(errno, std::generic_category(), m_path);
+}
+
+} // namespace VORN3D::program

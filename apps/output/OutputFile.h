@@ -1,0 +1,36 @@
+#pragma once
+
+#include "FileHandle.h"
+
+#include <string>
+#include <string_view>
+
+namespace VORN3D::program {
+
+/// A file that appears under its name only when it is complete.
+///
+/// It is written beside its place under a temporary name; commit() renames it, and a file that is destroyed
+/// without commit() is removed. Standard output ("-") and targets that are no regular files (devices, pipes)
+/// are written directly. Throws std::system_error, naming the file, when the system refuses.
+class OutputFile
+{
+public:
+    explicit OutputFile(const std::string& path);
+    ~OutputFile();
+    OutputFile(const OutputFile&) = delete;
+    OutputFile& operator=(const OutputFile&) = delete;
+
+    void write(std::string_view bytes);
+    void commit();
+
+private:
+    std::FILE* openTarget();
+    [[noreturn]] void fail() const;
+
+    std::string m_path;
+    /// Empty while nothing needs to be renamed or removed.
+    std::string m_temporaryPath;
+    FileHandle m_file;
+};
+
+} // namespace VORN3D::program
