@@ -8,7 +8,7 @@
 
 namespace VORN3D {
 
-std::string toString(Orientation3 orientation)
+std::string getOrientationText(Orientation3 orientation)
 {
     switch (orientation) {
     case ORIENTATION3_POSITIVE:

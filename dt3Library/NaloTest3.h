@@ -38,7 +38,7 @@ enum SphereInclusion3 : int {
 
 /// The text for messages: "ORI3_ORIENTATION3_POSITIVE", "ORI3_ORIENTATION3_NEGATIVE" or "ORI3_ZERO". Any
 /// other value fails an assertion.
-std::string toString(Orientation3 orientation);
+std::string getOrientationText(Orientation3 orientation);
 
 /// Immutable after construction, without hidden state: copies are equivalent and may be used concurrently.
 class NaloTest3
