@@ -27,9 +27,9 @@ struct GenerateOptions
 };
 
 /// Writes the generated points in blocks; an interruption is noticed after each.
-void writePoints(const GenerateOptions& options, AppendFunction* pAppend, OutputFile& file)
+void writePoints(const GenerateOptions& options, AppendFunction* pAppend, const InterruptionWatch& watch,
+                 OutputFile& file)
 {
-    const InterruptionWatch watch;
     PointGenerator generator(options.shape, options.numPoints, options.seed);
     Progress progress("generating", options.numPoints);
     std::string block;
@@ -47,8 +47,9 @@ void writePoints(const GenerateOptions& options, AppendFunction* pAppend, Output
 ExitStatus generate(const GenerateOptions& options)
 {
     AppendFunction* pAppend = chooseFormat(getPointWriters(), options.output, options.outputFormat).pFunction;
+    const InterruptionWatch watch;
     OutputFile file(options.output);
-    writePoints(options, pAppend, file);
+    writePoints(options, pAppend, watch, file);
     file.commit();
     return exitSuccess;
 }
@@ -77,7 +78,8 @@ void addGenerateCommand(CLI::App& app, ExitStatus& status)
         ->required()
         ->check(CLI::Range(std::uint64_t(1), maxPoints));
     pCommand->add_option("--seed", pOptions->seed, "Another seed gives other points of the same shape")
-        ->capture_default_str();
+        ->capture_default_str()
+        ->check(CLI::NonNegativeNumber);
     pCommand->add_option("-o,--output", pOptions->output, "The file to write; - is standard output, as text")
         ->required();
     pCommand

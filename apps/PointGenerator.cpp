@@ -74,7 +74,6 @@ PointGenerator::PointGenerator(const std::string& shape, std::uint64_t numPoints
     if (found == vShapes.end())
         throw InputError(shape, "unknown shape");
     m_pShape = found->pFunction;
-    std::generate_n(std::back_inserter(m_vCenters), numClusters, [this] { return getInCube(); });
 }
 
 /// Uniform in [0, 1), in steps of 2^-53.
@@ -126,6 +125,8 @@ Coordinates PointGenerator::getOnGrid()
 
 Coordinates PointGenerator::getInCluster()
 {
+    while (m_vCenters.size() < numClusters)
+        m_vCenters.push_back(getInCube());
     Coordinates p = getInBall();
     const Coordinates& center = m_vCenters[m_random() % numClusters];
     const double scale = clusterRadius * getSquaredLength(p);

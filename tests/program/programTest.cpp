@@ -1,0 +1,184 @@
+// The program as the shell sees it: exit status, standard output, standard error, and the files it leaves.
+#include "ExitStatus.h"
+#include "PointGenerator.h"
+#include "TemporaryDirectory.h"
+#include "input/readPoints.h"
+
+#include <gtest/gtest.h>
+
+#include <regex>
+
+#include <sys/wait.h>
+
+namespace VORN3D::program {
+
+namespace {
+
+struct Outcome
+{
+    int status;
+    std::string output;
+    std::string errors;
+};
+
+class Program : public testing::Test
+{
+protected:
+    /// Runs a command line in the temporary directory; "vorn3d" in it is the program. No terminal, no input.
+    Outcome run(const std::string& command) const
+    {
+        const TemporaryDirectory captured;
+        const std::string script = "cd " + m_directory.getPath("") + " && exec >" + captured.getPath("out") +
+                                   " 2>" + captured.getPath("err") + " </dev/null\n" +
+                                   "vorn3d() { " VORN3D_PROGRAM " \"$@\"; }\n" + command;
+        const int result = std::system(script.c_str());
+        return {WEXITSTATUS(result), captured.read("out"), captured.read("err")};
+    }
+
+    TemporaryDirectory m_directory;
+};
+
+/// The value of a line "name: value" of the summary, or -1.
+double getValue(const std::string& summary, const std::string& name)
+{
+    std::smatch match;
+    return std::regex_search(summary, match, std::regex("(^|\n)" + name + ": +([0-9.]+)"))
+               ? std::stod(match[2])
+               : -1.0;
+}
+
+TEST_F(Program, printsTheSummaryAndNothingElse)
+{
+    const Outcome outcome = run("vorn3d triangulate " VORN3D_DATA_DIR "/spot/spot.xyz");
+    EXPECT_EQ(outcome.status, exitSuccess);
+    EXPECT_EQ(outcome.errors, "");
+    EXPECT_TRUE(std::regex_match(outcome.output, std::regex("([a-z ]+: +[0-9.]+( s)?\n){7}")))
+        << outcome.output;
+    EXPECT_EQ(getValue(outcome.output, "points"), 11533);
+    EXPECT_EQ(getValue(outcome.output, "vertices"), 11533);
+}
+
+TEST_F(Program, countsTheMesh)
+{
+    // All points of a grid of 3 x 3 x 3 but the middle one are on the hull, twice each: a closed surface of
+    // 26 vertices has 2 * 26 - 4 triangles.
+    const Outcome outcome =
+        run("{ vorn3d generate --shape grid -n 27 -o -; vorn3d generate --shape grid -n 27 -o -; } |"
+            " vorn3d triangulate -");
+    EXPECT_EQ(outcome.status, exitSuccess) << outcome.errors;
+    EXPECT_EQ(getValue(outcome.output, "points"), 54);
+    EXPECT_EQ(getValue(outcome.output, "vertices"), 27);
+    EXPECT_EQ(getValue(outcome.output, "hull facets"), 48);
+    // Euler's relation for 27 vertices ties tetrahedra and inner edges; every cell of 8 holds 5 or 6 of them.
+    EXPECT_GE(getValue(outcome.output, "tetrahedra"), 40);
+    EXPECT_LE(getValue(outcome.output, "tetrahedra"), 48);
+}
+
+TEST_F(Program, reportsBadInputWithStatus2)
+{
+    m_directory.write("bad.xyz", "1 2 3\n1 2 x\n");
+    const std::vector<std::pair<std::string, std::string>> vCases{
+        {"triangulate bad.xyz", "bad.xyz:2: the z coordinate 'x' is not a number\n"},
+        {"triangulate - <bad.xyz", "<stdin>:2: the z coordinate 'x' is not a number\n"},
+        {"triangulate missing.xyz", "missing.xyz: No such file or directory\n"},
+        {"triangulate ''", "'': No such file or directory\n"},
+        {"triangulate .", ".: Is a directory\n"},
+        {"triangulate --format bin bad.xyz",
+         "bad.xyz: the last point is incomplete: the size is not a multiple of 24 bytes\n"},
+    };
+    for (const auto& [arguments, message] : vCases) {
+        const Outcome outcome = run("vorn3d " + arguments);
+        EXPECT_EQ(outcome.status, exitBadInput) << arguments;
+        EXPECT_EQ(outcome.errors, message);
+        EXPECT_EQ(outcome.output, "");
+    }
+}
+
+TEST_F(Program, refusesUnusableArgumentsWithStatus2)
+{
+    for (const std::string arguments :
+         {"", "triangulate", "triangulate a.las", "triangulate --format las a.xyz", "refine", "generate -n 5",
+          "generate -n 5 -o a.ply", "generate -n 0 -o a.xyz", "generate -n -5 -o a.xyz",
+          "generate -n 5 --shape torus -o a.xyz", "generate -n 5 --seed -1 -o a.xyz"}) {
+        const Outcome outcome = run("vorn3d " + arguments);
+        EXPECT_EQ(outcome.status, exitBadInput) << arguments;
+        EXPECT_NE(outcome.errors, "") << arguments;
+        EXPECT_EQ(outcome.output, "") << arguments;
+    }
+    EXPECT_EQ(m_directory.list(), "");
+}
+
+TEST_F(Program, tellsCoplanarPointsByStatus3)
+{
+    const Outcome outcome = run("vorn3d generate --shape grid -n 8 -o - | head -n 4 | vorn3d triangulate -");
+    EXPECT_EQ(outcome.status, exitCoplanar);
+    EXPECT_EQ(getValue(outcome.output, "tetrahedra"), 0);
+    EXPECT_EQ(outcome.errors, "<stdin>: all points lie in one plane: there is no tetrahedron\n");
+}
+
+TEST_F(Program, showsTheLibrarysMessagesWhenAsked)
+{
+    const std::string pipeline = "vorn3d generate -n 100 -o - | vorn3d triangulate - ";
+    const std::string batchLine = "numPoints=100\n";
+    EXPECT_EQ(run(pipeline).errors, "");
+    EXPECT_NE(run(pipeline + "--verbose").errors.find(batchLine), std::string::npos);
+}
+
+TEST_F(Program, explainsItself)
+{
+    for (const std::string arguments : {"--help", "--version", "triangulate --help", "generate --help"}) {
+        const Outcome outcome = run("vorn3d " + arguments);
+        EXPECT_EQ(outcome.status, exitSuccess);
+        EXPECT_EQ(outcome.errors, "");
+        EXPECT_NE(outcome.output, "");
+    }
+}
+
+TEST_F(Program, generatedFilesReadBackExactly)
+{
+    constexpr std::size_t num = 5000;
+    for (const std::string& shape : PointGenerator::getShapeNames()) {
+        for (const std::string& name : {shape + ".xyz", shape + ".bin"}) {
+            SCOPED_TRACE(name);
+            const Outcome outcome = run("vorn3d generate --shape " + shape + " -n 5000 --seed 9 -o " + name);
+            ASSERT_EQ(outcome.status, exitSuccess) << outcome.errors;
+            PointGenerator generator(shape, num, 9);
+            const std::vector<Point3> vPoints = readPoints(m_directory.getPath(name), "");
+            ASSERT_EQ(vPoints.size(), num);
+            for (const Point3& point : vPoints) {
+                const Coordinates expected = generator.next();
+                ASSERT_EQ(point, Point3(expected[0], expected[1], expected[2]));
+            }
+        }
+    }
+}
+
+TEST_F(Program, leavesNoHalfFile)
+{
+    m_directory.write("points.xyz", "1 2 3\n");
+    // A limit on the size of files, as a full disk.
+    const Outcome full = run("trap '' XFSZ; ulimit -f 8; vorn3d generate -n 100000 -o points.xyz");
+    EXPECT_EQ(full.status, exitFailure);
+    EXPECT_NE(full.errors.find("points.xyz: File too large"), std::string::npos) << full.errors;
+    const Outcome interrupted = run("timeout --preserve-status --signal INT 0.2 " VORN3D_PROGRAM
+                                    " generate -n 1000000000 -o points.xyz");
+    EXPECT_EQ(interrupted.status, exitInterrupted) << interrupted.errors;
+    EXPECT_EQ(run("vorn3d generate -n 10 -o missing/points.xyz").status, exitFailure);
+    EXPECT_EQ(run("vorn3d generate -n 100000 -o - >/dev/full").status, exitFailure);
+    EXPECT_EQ(m_directory.list(), "points.xyz ");
+    EXPECT_EQ(m_directory.read("points.xyz"), "1 2 3\n");
+}
+
+TEST_F(Program, writesThroughLinksAndIntoDevices)
+{
+    const Outcome outcome =
+        run("ln -s target.xyz link.xyz && : >target.xyz && vorn3d generate -n 10 -o link.xyz &&"
+            " test -L link.xyz && test -s target.xyz &&"
+            " vorn3d generate -n 10 -o /dev/null && test -c /dev/null");
+    EXPECT_EQ(outcome.status, exitSuccess) << outcome.errors;
+    EXPECT_EQ(m_directory.list(), "link.xyz target.xyz ");
+}
+
+} // namespace
+
+} // namespace VORN3D::program
