@@ -11,12 +11,13 @@
 #include <string>
 #include <utility>
 
-namespace VORN3D {
+namespace VORN3D
+{
 
-namespace {
+namespace
+{
 
 constexpr int HILBERT_BITS = 27;
-constexpr std::size_t LIST_CAPACITY = 512;
 
 bool isFinite(const Point3& p)
 {
@@ -74,8 +75,6 @@ std::vector<Level> makeLevels(const std::vector<Point3*>& vVertices)
 Dt3::Dt3(Vorn_3D* pOwner) : hc(HILBERT_BITS), spannedFlat(predicates), pFacade(pOwner)
 {
     tetPool.init(28, -1);
-    vDoomedTets.reserve(LIST_CAPACITY);
-    vReusableTets.reserve(LIST_CAPACITY);
 }
 
 void Dt3::insert(std::vector<Point3>& vInputPoints, std::vector<Point3*>& vUserHandles)

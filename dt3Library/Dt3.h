@@ -16,9 +16,11 @@
 #pragma once
 
 #include "AffineBasis.h"
+#include "CornerLanes.h"
 #include "FacetHash.h"
 #include "HC3.h"
 #include "NaloTest3.h"
+#include "nalo_tools/ScratchList.h"
 #include "nalo_tools/SimplePool.h"
 #include "vorn3d/Edge3.h"
 #include "vorn3d/Point3.h"
@@ -27,7 +29,8 @@
 #include <cstddef>
 #include <vector>
 
-namespace VORN3D {
+namespace VORN3D
+{
 
 class Vorn_3D;
 
@@ -81,9 +84,6 @@ public:
     /// a flat tetrahedron is reported and made.
     Tet3* createTet(Point3* a, Point3* b, Point3* c, Point3* d);
 
-    /// Links two tetrahedra across the given facets, in both directions.
-    void registerTets(Tet3* t0, int ici0, Tet3* t1, int ici1);
-
     // --- Dt3Queries.cpp: reading the mesh back ---
 
     /// Fills vTet, which must be empty, with all tetrahedra in ascending address order. O(number of records).
@@ -96,15 +96,30 @@ public:
     void getVertices(std::vector<Point3*>& v) const;
 
 private:
-    // A facet on which the new vertex gets a tetrahedron: its corners in the order that makes (vertex, a, b,
-    // c) positive, and the tetrahedron beyond it, null on the hull.
+    // A doomed tetrahedron whose neighbours have not been looked at, with the facets that the vertex is
+    // certainly on the inner side of.
+    struct DoomedTet
+    {
+        Tet3* pTet;
+        FacetMask certainlyInside;
+    };
+
+    // A facet on which the new vertex gets a tetrahedron: facet ici of pTet, which is doomed or, if the facet
+    // is seen from outside, stays. pBeyond is the new tetrahedron's neighbour there, null on the hull.
     struct StarFacet
     {
-        Point3* a;
-        Point3* b;
-        Point3* c;
+        Tet3* pTet;
         Tet3* pBeyond;
-        int iciInBeyond;
+        std::int8_t ici;
+        bool bFromOutside;
+        bool bOrientationCertain;
+    };
+
+    // A tetrahedron of the star and the slots of its facets 1 to 3 in the facet hash.
+    struct NewTet
+    {
+        Tet3* pTet;
+        std::size_t aSlot[3];
     };
 
     // What it means for a walk that the point lies in the plane of a facet of the current tetrahedron.
@@ -124,29 +139,28 @@ private:
     Tet3* adoptExistingVertex(Point3** ppVtx, Tet3* pTet) const;
     Tet3* insertInside(Point3* pVtx, Tet3* pTet);
     void startInsertion();
-    void doom(Tet3* pTet);
+    void doom(Tet3* pTet, FacetMask certainlyInside);
     bool isInConflict(const Tet3* pTet, const Point3* pVtx) const;
-    bool growAcross(const Tet3* pDoomed, int ici, const Point3* pVtx);
-    void pushCavityFacet(const Tet3* pDoomed, int ici);
-    void pushStarFacet(const Tet3* pTet, const int (&aCorner)[3], Tet3* pBeyond, int iciInBeyond);
+    void growFrom(const DoomedTet& doomed, const LanePoint& lanePoint, const Point3* pVtx);
     Tet3* buildStar(Point3* pVtx, std::size_t first, std::size_t last);
-    void linkAcross(Tet3* pNewTet, int ici, Point3* pSource, Point3* pTarget);
+    void linkBeyond(Tet3* pNewTet, const StarFacet& facet);
+    void linkStar();
     Tet3* takeRecord();
-    static void reportOrientation(Orientation3 orientation, const Point3* a, const Point3* b, const Point3* c,
-                                  const Point3* d);
+    void checkOrientation(const Point3* a, const Point3* b, const Point3* c, const Point3* d) const;
 
     Tet3* insertOutside(Point3* pVtx, Tet3* pCurTet, int opp3ICI);
     void gatherSeenTets(const Point3* pVtx, Tet3* pTet, int ici);
     void addSeenFacet(Tet3* pTet, int ici);
+    bool isNewEdge(const Tet3* pTet, const Point3* pSource, const Point3* pTarget);
     void growConflictRegionOutside(const Point3* pVtx);
     void pushVisibleFacets(Tet3* pTet, const Point3* pVtx);
-    void pushCavityFacetsOutside(const Tet3* pDoomed, const Point3* pVtx);
+    void pushCavityFacetsOutside(Tet3* pDoomed, const Point3* pVtx);
 
     Tet3* findLiveTet() const;
 
     SimplePool<Tet3> tetPool;
-    std::vector<Tet3*> vDoomedTets;
-    std::vector<Tet3*> vReusableTets;
+    ScratchList<Tet3*> vDoomedTets;
+    ScratchList<Tet3*> vReusableTets;
     FacetHash facetHash;
     NaloTest3 predicates;
     bool bFullDimensional = false;
@@ -158,8 +172,9 @@ private:
 
     // Scratch of the current insertion, kept to save its memory.
     std::size_t numLeftOverTets = 0;
-    std::vector<Tet3*> vStack;
-    std::vector<StarFacet> vStar;
+    ScratchList<DoomedTet> vStack;
+    ScratchList<StarFacet> vStar;
+    ScratchList<NewTet> vNewTets;
     std::vector<Tet3*> vSeenTets;
     std::vector<Edge3> vHullEdges;
     FacetHash horizonEdges;

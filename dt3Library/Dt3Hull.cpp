@@ -14,7 +14,8 @@
 #include "nalo_tools/assertion.h"
 #include "vorn3d/Iterators.h"
 
-namespace VORN3D {
+namespace VORN3D
+{
 
 Tet3* Dt3::insertOutside(Point3* pVtx, Tet3* pCurTet, int opp3ICI)
 {
@@ -30,9 +31,10 @@ Tet3* Dt3::insertOutside(Point3* pVtx, Tet3* pCurTet, int opp3ICI)
     for (std::size_t i = numLeftOverTets; i < vDoomedTets.size(); ++i)
         pushCavityFacetsOutside(vDoomedTets[i], pVtx);
 
-    facetHash.start(3 * vStar.size() / 2);
+    facetHash.start(2 * vStar.size());
     Tet3* pLastOnVisible = buildStar(pVtx, 0, numVisible);
     Tet3* pLastInCavity = buildStar(pVtx, numVisible, vStar.size());
+    linkStar();
     Tet3* pNewTet = numVisible > 0 ? pLastOnVisible : pLastInCavity;
     VORN_ASSERT_TEXT(pNewTet != nullptr, "pNewTet1!=0");
     return pNewTet;
@@ -67,43 +69,52 @@ void Dt3::addSeenFacet(Tet3* pTet, int ici)
         vSeenTets.push_back(pTet);
     }
     for (int j = 0; j < 4; ++j)
-        if (j != ici && horizonEdges.matchFacet(pTet, ici, pTet->aVertexPointer[EDGE_SOURCE[ici][j]],
-                                                pTet->aVertexPointer[EDGE_TARGET[ici][j]]) == nullptr)
+        if (j != ici && isNewEdge(pTet, pTet->aVertexPointer[EDGE_SOURCE[ici][j]],
+                                  pTet->aVertexPointer[EDGE_TARGET[ici][j]]))
             vHullEdges.emplace_back(pTet, ici, j);
+}
+
+bool Dt3::isNewEdge(const Tet3* pTet, const Point3* pSource, const Point3* pTarget)
+{
+    horizonEdges.growIfNeeded();
+    const std::size_t numStored = horizonEdges.getNumStored();
+    horizonEdges.matchFacet(pTet, pSource, pTarget);
+    return horizonEdges.getNumStored() > numStored;
 }
 
 void Dt3::growConflictRegionOutside(const Point3* pVtx)
 {
     for (Tet3* pTet : vSeenTets)
-        if (isInConflict(pTet, pVtx)) {
-            doom(pTet);
-            vStack.push_back(pTet);
-        }
+        if (isInConflict(pTet, pVtx))
+            doom(pTet, 0);
     while (!vStack.empty()) {
-        const Tet3* pDoomed = vStack.back();
-        vStack.pop_back();
-        for (int i = 0; i < 4; ++i)
-            growAcross(pDoomed, i, pVtx);
+        Tet3* pDoomed = vStack.takeLast().pTet;
+        pDoomed->customIndex = -1;
+        for (Tet3* pBeyond : pDoomed->aOppTet)
+            if (pBeyond != nullptr && !pBeyond->hasBeenVisited && isInConflict(pBeyond, pVtx))
+                doom(pBeyond, 0);
     }
 }
 
 // Facets in a plane with the vertex are not built on.
 void Dt3::pushVisibleFacets(Tet3* pTet, const Point3* pVtx)
 {
+    vStar.reserveFor(4);
     for (int i = 0; i < 4; ++i)
         if (pTet->aOppTet[i] == nullptr && predicates.getOrientation3(pTet, i, pVtx) == ORIENTATION3_NEGATIVE)
-            pushStarFacet(pTet, INWARD_FACET[i], pTet, i);
+            vStar.append({pTet, pTet, static_cast<std::int8_t>(i), true, true});
 }
 
-void Dt3::pushCavityFacetsOutside(const Tet3* pDoomed, const Point3* pVtx)
+void Dt3::pushCavityFacetsOutside(Tet3* pDoomed, const Point3* pVtx)
 {
+    vStar.reserveFor(4);
     for (int i = 0; i < 4; ++i) {
-        const Tet3* pBeyond = pDoomed->aOppTet[i];
+        Tet3* pBeyond = pDoomed->aOppTet[i];
         const bool bBoundary = pBeyond == nullptr
                                    ? predicates.getOrientation3(pDoomed, i, pVtx) == ORIENTATION3_POSITIVE
                                    : !pBeyond->hasBeenVisited;
         if (bBoundary)
-            pushCavityFacet(pDoomed, i);
+            vStar.append({pDoomed, pBeyond, static_cast<std::int8_t>(i), false, pBeyond == nullptr});
     }
 }
 

@@ -6,11 +6,12 @@
 #include "indexTables.h"
 #include "nalo_tools/assertion.h"
 #include "nalo_tools/log.h"
-#include "nalo_tools/rangeChecks.h"
+#include "runningLabel.h"
 
 #include <iostream>
 
-namespace VORN3D {
+namespace VORN3D
+{
 
 Tet3* Dt3::insertVertex(Point3** ppVtx, Tet3* pStartTet)
 {
@@ -43,18 +44,15 @@ Tet3* Dt3::adoptExistingVertex(Point3** ppVtx, Tet3* pTet) const
 
 Tet3* Dt3::insertInside(Point3* pVtx, Tet3* pTet)
 {
+    const LanePoint lanePoint(*pVtx);
     startInsertion();
-    doom(pTet);
-    vStack.push_back(pTet);
-    while (!vStack.empty()) {
-        Tet3* pDoomed = vStack.back();
-        vStack.pop_back();
-        for (int i = 3; i >= 0; --i)
-            if (!growAcross(pDoomed, i, pVtx))
-                pushCavityFacet(pDoomed, i);
-    }
+    doom(pTet, 0);
+    while (!vStack.empty())
+        growFrom(vStack.takeLast(), lanePoint, pVtx);
+
     facetHash.start(3 * vStar.size() / 2);
     Tet3* pLast = buildStar(pVtx, 0, vStar.size());
+    linkStar();
     if (facetHash.getNumStored() != 0) {
         std::cout << "numStoredTCS after insertVertex: " << facetHash.getNumStored() << std::endl;
         VORN_ASSERT_TEXT(false, "numStoredTCS==0");
@@ -72,11 +70,13 @@ void Dt3::startInsertion()
     vStar.clear();
 }
 
-void Dt3::doom(Tet3* pTet)
+void Dt3::doom(Tet3* pTet, FacetMask certainlyInside)
 {
     pTet->hasBeenVisited = true;
-    pTet->customIndex = -1;
-    vDoomedTets.push_back(pTet);
+    vDoomedTets.reserveFor(1);
+    vDoomedTets.append(pTet);
+    vStack.reserveFor(1);
+    vStack.append({pTet, certainlyInside});
 }
 
 // A vertex on the sphere is outside it: cospherical neighbours stay.
@@ -85,64 +85,89 @@ bool Dt3::isInConflict(const Tet3* pTet, const Point3* pVtx) const
     return predicates.sphereInclusionTest(pTet, pVtx) != SIC_OUTSIDE;
 }
 
-// Says whether the conflict region goes on beyond facet ici of a doomed tetrahedron, and makes it do so.
-bool Dt3::growAcross(const Tet3* pDoomed, int ici, const Point3* pVtx)
+// Looks at the neighbours of a doomed tetrahedron: those in conflict are doomed, and the facets towards the
+// others bound the cavity. Whether a neighbour is in conflict is as good as random, so nothing branches on
+// it: it is stored in both lists and counted in one.
+void Dt3::growFrom(const DoomedTet& doomed, const LanePoint& lanePoint, const Point3* pVtx)
 {
-    Tet3* pBeyond = pDoomed->aOppTet[ici];
-    if (pBeyond == nullptr)
-        return false;
-    if (pBeyond->hasBeenVisited)
-        return true;
-    if (!isInConflict(pBeyond, pVtx))
-        return false;
-    doom(pBeyond);
-    vStack.push_back(pBeyond);
-    return true;
+    vStack.reserveFor(4);
+    vDoomedTets.reserveFor(4);
+    vStar.reserveFor(4);
+    doomed.pTet->customIndex = -1;
+    StarFacet aCandidate[4];
+    int numCandidates = 0;
+    for (int i = 3; i >= 0; --i) {
+        Tet3* pBeyond = doomed.pTet->aOppTet[i];
+        const bool bCertain = doomed.certainlyInside >> i & 1;
+        aCandidate[numCandidates] = {doomed.pTet, pBeyond, static_cast<std::int8_t>(i), false, bCertain};
+        numCandidates += pBeyond == nullptr || !pBeyond->hasBeenVisited;
+    }
+    for (int k = 0; k < numCandidates; ++k) {
+        Tet3* pBeyond = aCandidate[k].pBeyond;
+        if (pBeyond == nullptr) {
+            vStar.append(aCandidate[k]);
+            continue;
+        }
+        const CornerLanes corners(pBeyond->aVertexPointer, lanePoint);
+        const Lanes volumes = corners.getVolumes();
+        const Lanes squaredLengths = corners.getSquaredLengths();
+        const double maxSquaredLength = squaredLengths.getMax();
+        const SphereSide side = getCertainSphereSide(volumes, squaredLengths, maxSquaredLength);
+        const bool bConflict =
+            side == SphereSide::UNDECIDED ? isInConflict(pBeyond, pVtx) : side == SphereSide::INSIDE;
+        pBeyond->hasBeenVisited = bConflict;
+        vStack.appendIf({pBeyond, getCertainSides(volumes, maxSquaredLength).inside}, bConflict);
+        vDoomedTets.appendIf(pBeyond, bConflict);
+        vStar.appendIf(aCandidate[k], !bConflict);
+    }
 }
 
-// A facet of the cavity, seen from the vertex inside it.
-void Dt3::pushCavityFacet(const Tet3* pDoomed, int ici)
-{
-    Tet3* pBeyond = pDoomed->aOppTet[ici];
-    pushStarFacet(pDoomed, OUTWARD_FACET[ici], pBeyond,
-                  pBeyond == nullptr ? -1 : pBeyond->getIntraTetIndex(pDoomed));
-}
-
-void Dt3::pushStarFacet(const Tet3* pTet, const int (&aCorner)[3], Tet3* pBeyond, int iciInBeyond)
-{
-    vStar.push_back({pTet->aVertexPointer[aCorner[0]], pTet->aVertexPointer[aCorner[1]],
-                     pTet->aVertexPointer[aCorner[2]], pBeyond, iciInBeyond});
-}
-
-// Joins the vertex to the star facets [first, last), in their order, and links the new tetrahedra. Returns
-// the last one, null if there is none.
+// Joins the vertex to the star facets [first, last), in their order. Returns the last new tetrahedron, null
+// if there is none.
 Tet3* Dt3::buildStar(Point3* pVtx, std::size_t first, std::size_t last)
 {
+    vNewTets.reserveFor(last - first);
+    std::int32_t label = takeRunningLabels(static_cast<std::uint32_t>(last - first));
     Tet3* pNewTet = nullptr;
-    for (std::size_t i = first; i < last; ++i) {
-        const StarFacet& facet = vStar[i];
-        pNewTet = createTet(pVtx, facet.a, facet.b, facet.c);
-        if (facet.pBeyond != nullptr)
-            registerTets(pNewTet, 0, facet.pBeyond, facet.iciInBeyond);
-        linkAcross(pNewTet, 1, facet.b, facet.c);
-        linkAcross(pNewTet, 2, facet.c, facet.a);
-        linkAcross(pNewTet, 3, facet.a, facet.b);
+    for (std::size_t k = first; k < last; ++k) {
+        const StarFacet& facet = vStar[k];
+        const int(&aCorner)[3] = facet.bFromOutside ? INWARD_FACET[facet.ici] : OUTWARD_FACET[facet.ici];
+        Point3* a = facet.pTet->aVertexPointer[aCorner[0]];
+        Point3* b = facet.pTet->aVertexPointer[aCorner[1]];
+        Point3* c = facet.pTet->aVertexPointer[aCorner[2]];
+        if (!facet.bOrientationCertain)
+            checkOrientation(pVtx, a, b, c);
+        pNewTet = takeRecord();
+        pNewTet->fill(label++, pVtx, a, b, c);
+        linkBeyond(pNewTet, facet);
+        vNewTets.append({pNewTet,
+                         {facetHash.matchFacet(pNewTet, b, c), facetHash.matchFacet(pNewTet, c, a),
+                          facetHash.matchFacet(pNewTet, a, b)}});
     }
     return pNewTet;
 }
 
-void Dt3::linkAcross(Tet3* pNewTet, int ici, Point3* pSource, Point3* pTarget)
+void Dt3::linkBeyond(Tet3* pNewTet, const StarFacet& facet)
 {
-    const TwoTetStruct* pWaiting = facetHash.matchFacet(pNewTet, ici, pSource, pTarget);
-    if (pWaiting != nullptr)
-        registerTets(pWaiting->pTet, pWaiting->ici, pNewTet, ici);
+    pNewTet->aOppTet[0] = facet.pBeyond;
+    if (facet.pBeyond == nullptr)
+        return;
+    const int iciInBeyond = facet.bFromOutside ? facet.ici : facet.pBeyond->getIndexOfNeighbor(facet.pTet);
+    facet.pBeyond->aOppTet[iciInBeyond] = pNewTet;
+}
+
+// Links the tetrahedra of the star with each other; facets of the new hull stay without neighbour.
+void Dt3::linkStar()
+{
+    for (const NewTet& newTet : vNewTets)
+        for (int i = 0; i < 3; ++i)
+            newTet.pTet->aOppTet[i + 1] = facetHash.getPartner(newTet.aSlot[i], newTet.pTet);
+    vNewTets.clear();
 }
 
 Tet3* Dt3::createTet(Point3* a, Point3* b, Point3* c, Point3* d)
 {
-    const Orientation3 orientation = predicates.getOrientation3(a, b, c, d);
-    if (orientation != ORIENTATION3_POSITIVE)
-        reportOrientation(orientation, a, b, c, d);
+    checkOrientation(a, b, c, d);
     Tet3* ret = takeRecord();
     VORN_ASSERT_TEXT(ret != nullptr, "ret!=0");
     ret->setProperties(a, b, c, d);
@@ -151,16 +176,14 @@ Tet3* Dt3::createTet(Point3* a, Point3* b, Point3* c, Point3* d)
 
 Tet3* Dt3::takeRecord()
 {
-    if (vReusableTets.empty())
-        return tetPool.newElement();
-    Tet3* pTet = vReusableTets.back();
-    vReusableTets.pop_back();
-    return pTet;
+    return vReusableTets.empty() ? tetPool.newElement() : vReusableTets.takeLast();
 }
 
-void Dt3::reportOrientation(Orientation3 orientation, const Point3* a, const Point3* b, const Point3* c,
-                            const Point3* d)
+void Dt3::checkOrientation(const Point3* a, const Point3* b, const Point3* c, const Point3* d) const
 {
+    const Orientation3 orientation = predicates.getOrientation3(a, b, c, d);
+    if (orientation == ORIENTATION3_POSITIVE)
+        return;
     const bool bNegative = orientation == ORIENTATION3_NEGATIVE;
     std::cout << "Dt3::createTet(), ERROR: "
               << (bNegative ? "ORIENTATION3_NEGATIVE" : "ORIENTATION3_COPLANAR") << " ORIENTATION OF: \n";
@@ -172,19 +195,6 @@ void Dt3::reportOrientation(Orientation3 orientation, const Point3* a, const Poi
         std::cout << "..probably a legal situaion but observe!\n";
     std::cout.flush();
     VORN_ASSERT_TEXT(!bNegative, "false");
-}
-
-void Dt3::registerTets(Tet3* fromTet, int ith, Tet3* toTet, int jth)
-{
-    VORN_ASSERT(range03(ith));
-    VORN_ASSERT(range03(jth));
-    VORN_ASSERT_TEXT(toTet != nullptr, "toTet!=0");
-    if (fromTet == toTet) {
-        std::cout << "register tets has been called with fromTet==toTet==" << *fromTet << std::endl;
-        VORN_ASSERT_TEXT(fromTet != toTet, "fromTet!=toTet");
-    }
-    fromTet->aOppTet[ith] = toTet;
-    toTet->aOppTet[jth] = fromTet;
 }
 
 } // namespace VORN3D

@@ -10,9 +10,11 @@
 #include <cstdlib>
 #include <iostream>
 
-namespace VORN3D {
+namespace VORN3D
+{
 
-namespace {
+namespace
+{
 
 constexpr int MAX_WALK_TESTS = 10000;
 

@@ -9,9 +9,11 @@
 #include <functional>
 #include <iostream>
 
-namespace VORN3D {
+namespace VORN3D
+{
 
-namespace {
+namespace
+{
 
 // Appends, in ascending address order, the tetrahedra reached from pStart across the facets k of a
 // tetrahedron T for which crosses(T, k). Reads the mesh only.

@@ -1,6 +1,7 @@
 #include "FacetHash.h"
 
-namespace VORN3D {
+namespace VORN3D
+{
 
 void FacetHash::grow()
 {
@@ -10,13 +11,10 @@ void FacetHash::grow()
         if (m_vSlots[i].stamp == m_stamp)
             vUsed.push_back(m_vSlots[i]);
     useSlots(2 * (m_mask + 1));
-    startStamp();
-    for (const TwoTetStruct& used : vUsed) {
-        TwoTetStruct* pSlot = &m_vSlots[getKey(used.pSource, used.pTarget)];
-        while (pSlot->stamp == m_stamp)
-            pSlot = getNextSlot(pSlot);
-        *pSlot = used;
-        pSlot->stamp = m_stamp;
+    ++m_stamp;
+    for (TwoTetStruct& used : vUsed) {
+        used.stamp = m_stamp;
+        m_vSlots[findSlot(used.low, used.high)] = used;
     }
 }
 

@@ -1,11 +1,14 @@
 // FacetHash pairs the facets of the tetrahedra that an insertion builds around its new vertex.
 //
-// Such a facet is identified by the edge that it shares with the surface of the cavity. Around that surface,
-// which is consistently oriented, an edge a -> b of one triangle is the edge b -> a of its neighbour, so each
-// facet looks for the reversed edge. A facet of the new convex hull finds none and stays alone.
+// Such a facet contains the new vertex and one edge of the cavity's surface, so the edge identifies it;
+// exactly the two tetrahedra on the two triangles at that edge have it in common. A slot keeps the sum of the
+// addresses of the tetrahedra that have named its edge: once both have, each finds its partner as the sum
+// less itself, without a branch on who came first. A facet of the new convex hull stays alone and its partner
+// is null.
 //
-// Open addressing with linear probing; slots are valid only if they carry the stamp of the current insertion,
-// so that starting anew costs nothing. A paired slot stays in place: no edge comes a third time.
+// Open addressing with linear probing. A slot counts only if it carries the stamp of the current insertion,
+// so that starting anew costs nothing; the table is sized for the current insertion and stays in the
+// first-level cache.
 #pragma once
 
 #include "vorn3d/Point3.h"
@@ -15,16 +18,16 @@
 #include <cstdint>
 #include <vector>
 
-namespace VORN3D {
+namespace VORN3D
+{
 
-/// A facet of a new tetrahedron that waits for the tetrahedron beyond it.
+/// The tetrahedra that share a facet at the edge between two vertices.
 struct TwoTetStruct
 {
-    Point3* pSource;
-    Point3* pTarget;
-    Tet3* pTet;
-    std::int32_t ici;
-    std::uint32_t stamp;
+    std::uintptr_t low;
+    std::uintptr_t high;
+    std::uintptr_t sumOfTets;
+    std::uint64_t stamp;
 };
 
 class FacetHash
@@ -32,55 +35,69 @@ class FacetHash
 public:
     FacetHash() : m_vSlots(MIN_SLOTS, TwoTetStruct{}), m_mask(MIN_SLOTS - 1) {}
 
-    /// Forgets everything; expects about `numEdges` edges. O(1) unless the table must grow.
+    /// Forgets everything and expects up to `numEdges` edges. O(1) unless the table must grow.
     void start(std::size_t numEdges)
     {
         std::size_t numSlots = MIN_SLOTS;
-        while (numSlots < 2 * numEdges)
+        while (numSlots < 4 * numEdges)
             numSlots *= 2;
         useSlots(numSlots);
-        startStamp();
+        ++m_stamp;
         m_numUsed = 0;
         numStoredTCS = 0;
     }
 
-    /// The waiting facet at the edge pTarget -> pSource, or null, in which case (pTet, ici) now waits at
-    /// pSource -> pTarget.
-    const TwoTetStruct* matchFacet(Tet3* pTet, int ici, Point3* pSource, Point3* pTarget)
+    /// Names the facet of pTet at the edge p, q. Returns its slot, which is valid until more edges than
+    /// expected have come.
+    std::size_t matchFacet(const Tet3* pTet, const Point3* p, const Point3* q)
     {
-        TwoTetStruct* pSlot = &m_vSlots[getKey(pSource, pTarget)];
-        while (pSlot->stamp == m_stamp) {
-            if (pSlot->pSource == pTarget && pSlot->pTarget == pSource) {
-                --numStoredTCS;
-                return pSlot;
-            }
-            pSlot = getNextSlot(pSlot);
-        }
-        *pSlot = {pSource, pTarget, pTet, ici, m_stamp};
-        ++numStoredTCS;
-        if (2 * ++m_numUsed > m_mask)
-            grow();
-        return nullptr;
+        const auto u = reinterpret_cast<std::uintptr_t>(p);
+        const auto v = reinterpret_cast<std::uintptr_t>(q);
+        const std::uintptr_t low = u < v ? u : v;
+        const std::uintptr_t high = u < v ? v : u;
+        const std::size_t slot = findSlot(low, high);
+        const bool bWaiting = m_vSlots[slot].stamp == m_stamp;
+        const std::uintptr_t sum = bWaiting ? m_vSlots[slot].sumOfTets : 0;
+        m_vSlots[slot] = {low, high, sum + reinterpret_cast<std::uintptr_t>(pTet), m_stamp};
+        m_numUsed += !bWaiting;
+        numStoredTCS += bWaiting ? std::size_t(-1) : std::size_t(1);
+        return slot;
     }
 
-    /// The number of facets that wait.
+    /// The tetrahedron that shares the slot's facet with pTet; null while there is none.
+    Tet3* getPartner(std::size_t slot, const Tet3* pTet) const
+    {
+        return reinterpret_cast<Tet3*>(m_vSlots[slot].sumOfTets - reinterpret_cast<std::uintptr_t>(pTet));
+    }
+
+    /// Keeps the table at most half full where the number of edges is not known in advance.
+    void growIfNeeded()
+    {
+        if (2 * m_numUsed > m_mask)
+            grow();
+    }
+
+    /// The number of facets that wait for their partner.
     std::size_t getNumStored() const { return numStoredTCS; }
 
 private:
     static constexpr std::size_t MIN_SLOTS = 128;
 
-    // The same for both directions of an edge. Vertices lie 40 bytes apart, so the lowest bits say nothing.
-    std::size_t getKey(const Point3* pSource, const Point3* pTarget) const
+    std::size_t findSlot(std::uintptr_t low, std::uintptr_t high) const
     {
-        const auto sum = (reinterpret_cast<std::uintptr_t>(pSource) >> 3) +
-                         (reinterpret_cast<std::uintptr_t>(pTarget) >> 3);
-        return static_cast<std::size_t>((sum * UINT64_C(0x9E3779B97F4A7C15)) >> 40) & m_mask;
+        // Vertices lie 40 bytes apart; the golden ratio spreads their addresses over the upper bits.
+        auto slot =
+            static_cast<std::size_t>((((low >> 3) + (high >> 3)) * UINT64_C(0x9E3779B97F4A7C15)) >> 40) &
+            m_mask;
+        while (isTakenByOther(m_vSlots[slot], low, high))
+            slot = (slot + 1) & m_mask;
+        return slot;
     }
 
-    TwoTetStruct* getNextSlot(TwoTetStruct* pSlot)
+    // One condition for the branch predictor, and nearly always false.
+    bool isTakenByOther(const TwoTetStruct& slot, std::uintptr_t low, std::uintptr_t high) const
     {
-        const auto index = static_cast<std::size_t>(pSlot - m_vSlots.data());
-        return &m_vSlots[(index + 1) & m_mask];
+        return (slot.stamp == m_stamp) & (((slot.low ^ low) | (slot.high ^ high)) != 0);
     }
 
     void useSlots(std::size_t numSlots)
@@ -90,20 +107,12 @@ private:
             m_vSlots.resize(numSlots, TwoTetStruct{});
     }
 
-    // A new stamp makes every slot free. Stamp 0 is that of slots never used.
-    void startStamp()
-    {
-        if (++m_stamp != 0)
-            return;
-        m_vSlots.assign(m_vSlots.size(), TwoTetStruct{});
-        m_stamp = 1;
-    }
-
     void grow();
 
     std::vector<TwoTetStruct> m_vSlots;
     std::size_t m_mask;
-    std::uint32_t m_stamp = 0;
+    // 64 bits never run out. Stamp 0 is that of slots never used.
+    std::uint64_t m_stamp = 0;
     std::size_t m_numUsed = 0;
     std::size_t numStoredTCS = 0;
 };

@@ -6,7 +6,8 @@
 #include <iosfwd>
 #include <utility>
 
-namespace VORN3D {
+namespace VORN3D
+{
 
 class Edge3;
 class Facet3;
@@ -117,6 +118,32 @@ private:
     friend VORN3D_EXPORT std::ostream& operator<<(std::ostream& os, const Tet3& tet);
 
     Tet3(const Tet3& other);
+
+    void fill(int label, Point3* pI, Point3* pJ, Point3* pK, Point3* pL)
+    {
+        hasBeenVisited = false;
+        ID = label;
+        setCornerAndLink(0, pI);
+        setCornerAndLink(1, pJ);
+        setCornerAndLink(2, pK);
+        setCornerAndLink(3, pL);
+        customIndex = -1;
+    }
+
+    void setCornerAndLink(int ith, Point3* p)
+    {
+        aVertexPointer[ith] = p;
+        p->setOneTet(this);
+    }
+
+    // Without a branch on the index; the check that the link is mutual is one that never fails in a sound
+    // mesh.
+    int getIndexOfNeighbor(const Tet3* pNeighbor) const
+    {
+        const int ici =
+            (aOppTet[1] == pNeighbor) + 2 * (aOppTet[2] == pNeighbor) + 3 * (aOppTet[3] == pNeighbor);
+        return aOppTet[ici] == pNeighbor ? ici : getIntraTetIndex(pNeighbor);
+    }
 
     int ID;
     Point3* aVertexPointer[4];
