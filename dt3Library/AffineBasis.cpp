@@ -3,7 +3,8 @@
 #include <algorithm>
 #include <iterator>
 
-namespace VORN3D {
+namespace VORN3D
+{
 
 bool AffineBasis::tryAdd(Point3* pVtx)
 {

@@ -8,7 +8,8 @@
 
 #include <vector>
 
-namespace VORN3D {
+namespace VORN3D
+{
 
 class AffineBasis
 {

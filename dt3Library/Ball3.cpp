@@ -3,7 +3,8 @@
 #include <cmath>
 #include <iostream>
 
-namespace VORN3D {
+namespace VORN3D
+{
 
 double Ball3::getRadius() const
 {

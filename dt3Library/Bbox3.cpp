@@ -3,9 +3,11 @@
 #include <algorithm>
 #include <iostream>
 
-namespace VORN3D {
+namespace VORN3D
+{
 
-namespace {
+namespace
+{
 
 void widen(double& min, double& max, double coordinate)
 {

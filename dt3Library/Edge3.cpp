@@ -9,9 +9,11 @@
 #include <tuple>
 #include <utility>
 
-namespace VORN3D {
+namespace VORN3D
+{
 
-namespace {
+namespace
+{
 
 constexpr int INVALID_INDEX = -99;
 

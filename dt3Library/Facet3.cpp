@@ -6,7 +6,8 @@
 #include "vorn3d/Edge3.h"
 #include "vorn3d/Tet3.h"
 
-namespace VORN3D {
+namespace VORN3D
+{
 
 int Facet3::getIntraTetIndex(int ith) const
 {

@@ -9,9 +9,11 @@
 #include <iterator>
 #include <new>
 
-namespace VORN3D {
+namespace VORN3D
+{
 
-namespace {
+namespace
+{
 
 // The curve as a state machine: row = octant 4 * bx + 2 * by + bz, column = state.
 constexpr std::uint8_t HILBERT_DIGIT[8][12] = {

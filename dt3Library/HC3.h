@@ -18,7 +18,8 @@
 #include <utility>
 #include <vector>
 
-namespace VORN3D {
+namespace VORN3D
+{
 
 /// A vertex with its place on the curve.
 struct IdxVtx

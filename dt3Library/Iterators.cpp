@@ -6,7 +6,8 @@
 #include <iostream>
 #include <string>
 
-namespace VORN3D {
+namespace VORN3D
+{
 
 TetAroundEdgeIterator::TetAroundEdgeIterator(const Edge3& edge)
     : m_edge(edge), storedPayload(nullptr), storedPayloadICI(-1)

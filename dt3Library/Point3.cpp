@@ -3,7 +3,8 @@
 #include <iomanip>
 #include <iostream>
 
-namespace VORN3D {
+namespace VORN3D
+{
 
 Point3 Point3::operator+(const Vector3& v) const
 {

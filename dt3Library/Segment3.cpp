@@ -2,7 +2,8 @@
 
 #include <iostream>
 
-namespace VORN3D {
+namespace VORN3D
+{
 
 void Segment3::debug() const
 {

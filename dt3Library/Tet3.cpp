@@ -13,7 +13,8 @@
 #include <iostream>
 #include <string>
 
-namespace VORN3D {
+namespace VORN3D
+{
 
 Tet3::Tet3() : hasBeenVisited(false), ID(takeRunningLabels(1)), aVertexPointer{}, aOppTet{}, customIndex(-1)
 {
@@ -181,7 +182,8 @@ Point3 Tet3::getCircumcenter() const
                                    *aVertexPointer[3]);
 }
 
-namespace {
+namespace
+{
 
 void printFacetOf(const Tet3& tet, int opp3)
 {

@@ -8,7 +8,8 @@
 #include <cstdint>
 #include <vector>
 
-namespace VORN3D {
+namespace VORN3D
+{
 
 class TetSet
 {

@@ -4,9 +4,11 @@
 
 #include <iostream>
 
-namespace VORN3D {
+namespace VORN3D
+{
 
-namespace {
+namespace
+{
 
 constexpr int invalidIndex = -999;
 

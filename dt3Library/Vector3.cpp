@@ -5,7 +5,8 @@
 #include <cmath>
 #include <iostream>
 
-namespace VORN3D {
+namespace VORN3D
+{
 
 Vector3 Vector3::operator+(const Vector3& other) const
 {

@@ -4,7 +4,8 @@
 
 #include <cmath>
 
-namespace VORN3D {
+namespace VORN3D
+{
 
 Vorn_3D::Vorn_3D() : m_pDt(std::make_unique<Dt3>(this)) {}
 

@@ -9,7 +9,8 @@
 //              1
 #pragma once
 
-namespace VORN3D {
+namespace VORN3D
+{
 
 /// A facet's corners in the sense in which they appear counter-clockwise from the opposite corner: the order
 /// of the per-facet orientation test. Followed by the facet's own index, an even permutation of (0, 1, 2, 3).

@@ -4,7 +4,8 @@
 #include <atomic>
 #include <cstdint>
 
-namespace VORN3D {
+namespace VORN3D
+{
 
 // Unsigned, so that it wraps without undefined behaviour after 2^32 tetrahedra.
 inline std::atomic<std::uint32_t> runningLabel{1000};

@@ -6,9 +6,11 @@
 #include <cstdint>
 #include <ctime>
 
-namespace VORN3D {
+namespace VORN3D
+{
 
-namespace {
+namespace
+{
 
 // A linear congruential generator with 15-bit output, ours so that a seed means the same data on every
 // platform and so that threads do not share a state.

@@ -2,9 +2,11 @@
 
 #include "nalo_tools/assertion.h"
 
-namespace VORN3D {
+namespace VORN3D
+{
 
-namespace {
+namespace
+{
 
 std::string composeVersion()
 {

@@ -18,7 +18,8 @@
 #include <utility>
 #include <vector>
 
-namespace VORN3D {
+namespace VORN3D
+{
 
 template <typename T>
 class SimplePool

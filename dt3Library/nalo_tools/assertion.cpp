@@ -7,7 +7,8 @@
 #include <iostream>
 #include <string>
 
-namespace VORN3D {
+namespace VORN3D
+{
 
 VornException::~VornException() = default;
 

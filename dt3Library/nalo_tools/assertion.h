@@ -16,7 +16,8 @@
 #error "VORN3D_DIAGNOSTIC must be 0 or 1"
 #endif
 
-namespace VORN3D {
+namespace VORN3D
+{
 
 /// True in the diagnostic configuration.
 constexpr bool bDiagnostic = VORN3D_DIAGNOSTIC != 0;

@@ -3,9 +3,11 @@
 #include <cstdlib>
 #include <iostream>
 
-namespace VORN3D {
+namespace VORN3D
+{
 
-namespace {
+namespace
+{
 
 void report(const std::string& line)
 {

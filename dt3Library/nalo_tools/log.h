@@ -6,7 +6,8 @@
 
 #include <string>
 
-namespace VORN3D {
+namespace VORN3D
+{
 
 void logError(const std::string& place, const std::string& message);
 void logWarning(const std::string& place, const std::string& message);

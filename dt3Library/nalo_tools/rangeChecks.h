@@ -1,7 +1,8 @@
 // Range checks for the local indices of triangles and tetrahedra.
 #pragma once
 
-namespace VORN3D {
+namespace VORN3D
+{
 
 inline bool range02(int index)
 {

@@ -6,9 +6,11 @@
 #include <map>
 #include <mutex>
 
-namespace VORN3D {
+namespace VORN3D
+{
 
-namespace {
+namespace
+{
 
 using Clock = std::chrono::steady_clock;
 

@@ -3,7 +3,8 @@
 #include "Export.h"
 #include "Point3.h"
 
-namespace VORN3D {
+namespace VORN3D
+{
 
 /// A sphere, given by its centre and the square of its radius.
 class VORN3D_EXPORT Ball3

@@ -5,7 +5,8 @@
 
 #include <vector>
 
-namespace VORN3D {
+namespace VORN3D
+{
 
 /// An axis-aligned box, closed, that grows with what is added to it.
 ///

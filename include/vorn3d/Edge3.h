@@ -4,7 +4,8 @@
 
 #include <iosfwd>
 
-namespace VORN3D {
+namespace VORN3D
+{
 
 class Point3;
 class Tet3;

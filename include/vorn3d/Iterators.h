@@ -3,7 +3,8 @@
 #include "Edge3.h"
 #include "Export.h"
 
-namespace VORN3D {
+namespace VORN3D
+{
 
 class Tet3;
 

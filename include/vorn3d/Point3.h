@@ -6,7 +6,8 @@
 #include <cfloat>
 #include <iosfwd>
 
-namespace VORN3D {
+namespace VORN3D
+{
 
 class Tet3;
 

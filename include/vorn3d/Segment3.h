@@ -3,7 +3,8 @@
 #include "Export.h"
 #include "Point3.h"
 
-namespace VORN3D {
+namespace VORN3D
+{
 
 /// A directed line segment; it owns copies of its two end points.
 class VORN3D_EXPORT Segment3

@@ -5,7 +5,8 @@
 
 #include <iosfwd>
 
-namespace VORN3D {
+namespace VORN3D
+{
 
 /// A triangle by pointers to its three corners and its three neighbours; it owns neither. Neighbour i lies
 /// across the edge opposite corner i, which joins the corners (i+1) mod 3 and (i+2) mod 3.

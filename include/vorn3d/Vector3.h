@@ -2,7 +2,8 @@
 
 #include "Export.h"
 
-namespace VORN3D {
+namespace VORN3D
+{
 
 class Point3;
 

@@ -4,7 +4,8 @@
 
 #include <exception>
 
-namespace VORN3D {
+namespace VORN3D
+{
 
 /// The one exception of the library: thrown when an assertion of the library fails, because of a bug or of
 /// wrong usage. It carries no details; the failed condition, its file and its line are reported on standard

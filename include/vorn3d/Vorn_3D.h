@@ -14,7 +14,8 @@
 #include <string>
 #include <vector>
 
-namespace VORN3D {
+namespace VORN3D
+{
 
 class Dt3;
 

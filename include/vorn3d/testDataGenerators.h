@@ -6,7 +6,8 @@
 #include <cstddef>
 #include <vector>
 
-namespace VORN3D {
+namespace VORN3D
+{
 
 /// Appends num uniformly distributed numbers of [min, max) to vOut, in steps of (max - min) / 32768. The same
 /// seed gives the same numbers on every platform; seed 0 gives fresh ones on every call. Throws VornException

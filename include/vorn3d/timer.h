@@ -4,7 +4,8 @@
 
 #include <string>
 
-namespace VORN3D {
+namespace VORN3D
+{
 
 /// Starts the named wall-clock timer, or stops it if it is running, with a line on standard output each time.
 /// Returns -1 when starting and the elapsed seconds when stopping. Timers of different names are independent.

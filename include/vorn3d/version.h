@@ -4,7 +4,8 @@
 
 #include <string>
 
-namespace VORN3D {
+namespace VORN3D
+{
 
 VORN3D_EXPORT int getMajorVersionNumber();
 VORN3D_EXPORT int getMinorVersionNumber();
