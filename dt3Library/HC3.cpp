@@ -51,7 +51,7 @@ HC3::HC3(int numBitsWanted) : numBits(numBitsWanted)
 {
     if (static_cast<unsigned>(numBits) > 32 || numBits % 3 != 0) {
         std::cout << "HC3::HC3(..): invalid bitlength" << std::endl;
-        VORN_ASSERT(false);
+        DEBUG_ASSERT(false);
         std::exit(1);
     }
     vertexPool.init(4, -1);
