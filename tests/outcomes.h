@@ -1,0 +1,78 @@
+// What a call prints, and how it ends the process.
+#pragma once
+
+#include "vorn3d/version.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <csignal>
+#include <iostream>
+#include <sstream>
+#include <string>
+#include <sys/wait.h>
+#include <unistd.h>
+
+namespace VORN3D {
+
+/// What f prints on standard output. f must not throw.
+template <typename F>
+std::string outputOf(F f)
+{
+    testing::internal::CaptureStdout();
+    f();
+    std::cout.flush();
+    return testing::internal::GetCapturedStdout();
+}
+
+template <typename T>
+std::string textOf(const T& value)
+{
+    std::ostringstream os;
+    os << value;
+    return os.str();
+}
+
+inline std::string addressOf(const void* p)
+{
+    return textOf(p);
+}
+
+/// Expects that f ends the process with a status that fulfils `isExpected`, having printed `text` on either
+/// output stream.
+template <typename F, typename IsExpected>
+void expectEnd(F f, IsExpected isExpected, const std::string& text)
+{
+    const auto joinStreams = [] { dup2(STDERR_FILENO, STDOUT_FILENO); };
+    EXPECT_EXIT((joinStreams(), f()), isExpected, testing::HasSubstr(text));
+}
+
+/// Expects exit status 1.
+template <typename F>
+void expectExit(F f, const std::string& text)
+{
+    expectEnd(f, testing::ExitedWithCode(1), text);
+}
+
+/// Expects a failed plain assertion in the diagnostic configuration; in the release configuration f is not
+/// run.
+template <typename F>
+void expectAbortInDiagnostic(F f, const std::string& condition)
+{
+    if (!isRelease())
+        expectEnd(f, testing::KilledBySignal(SIGABRT), "Assertion `" + condition + "' failed");
+}
+
+/// Expects that f prints `text` and stops: by a plain assertion in the diagnostic configuration, with exit
+/// status 1 in the release configuration.
+template <typename F>
+void expectAbortOrExit(F f, const std::string& text)
+{
+    const auto isExpected = [](int status) {
+        return isRelease() ? WIFEXITED(status) && WEXITSTATUS(status) == 1
+                           : WIFSIGNALED(status) && WTERMSIG(status) == SIGABRT;
+    };
+    expectEnd(f, isExpected, text);
+}
+
+} // namespace VORN3D
