@@ -58,9 +58,8 @@ struct Lanes
 
     double getMax() const
     {
-        const double a = lo[0] > lo[1] ? lo[0] : lo[1];
-        const double b = hi[0] > hi[1] ? hi[0] : hi[1];
-        return a > b ? a : b;
+        const LanePair larger = lo > hi ? lo : hi;
+        return larger[0] > larger[1] ? larger[0] : larger[1];
     }
 
     double getSum() const
@@ -121,13 +120,6 @@ private:
 using FacetMask = unsigned;
 constexpr FacetMask ALL_FACETS = 0xF;
 
-/// On which sides of a tetrahedron's facets a point certainly is; undecided facets are in neither set.
-struct FacetSides
-{
-    FacetMask inside;
-    FacetMask beyond;
-};
-
 /// Where a point certainly is with respect to a circumscribed sphere.
 enum class SphereSide { INSIDE, OUTSIDE, UNDECIDED };
 
@@ -151,18 +143,33 @@ inline FacetMask getSignBits(const Lanes& lanes)
 
 } // namespace laneFilter
 
-/// The filter for the sides of the facets, from the volumes and the largest squared length.
-inline FacetSides getCertainSides(const Lanes& volumes, double maxSquaredLength)
+namespace laneFilter
 {
-    using namespace laneFilter;
+
+// Negative where the square of a volume exceeds its bound. The bound is finite, or all is positive: an
+// overflow decides nothing.
+inline Lanes getLackOfVolume(const Lanes& volumes, double maxSquaredLength)
+{
     const double threshold = VOLUME_BOUND * (maxSquaredLength * maxSquaredLength * maxSquaredLength) + TINY;
-    const LanePair thresholds = {threshold, threshold};
-    // A negative difference means that the square exceeds the threshold; a NaN may have either sign, so it
-    // must come from an overflow, which is ruled out below.
-    const Lanes excess = {thresholds - volumes.lo * volumes.lo, thresholds - volumes.hi * volumes.hi};
-    const FacetMask certain = threshold < DBL_MAX ? getSignBits(excess) : 0;
-    const FacetMask negative = getSignBits(volumes);
-    return {certain & ~negative, certain & negative};
+    const double bound = threshold < DBL_MAX ? threshold : DBL_MAX;
+    const LanePair bounds = {bound, bound};
+    return {bounds - volumes.lo * volumes.lo, bounds - volumes.hi * volumes.hi};
+}
+
+} // namespace laneFilter
+
+/// The facets that the point is certainly on the inner side of, by the largest squared length of the corners.
+inline FacetMask getCertainlyInside(const Lanes& volumes, double maxSquaredLength)
+{
+    const Lanes lack = laneFilter::getLackOfVolume(volumes, maxSquaredLength);
+    return laneFilter::getSignBits(lack) & ~laneFilter::getSignBits(volumes);
+}
+
+/// The facets that the point is certainly beyond.
+inline FacetMask getCertainlyBeyond(const Lanes& volumes, double maxSquaredLength)
+{
+    const Lanes lack = laneFilter::getLackOfVolume(volumes, maxSquaredLength);
+    return laneFilter::getSignBits(lack) & laneFilter::getSignBits(volumes);
 }
 
 /// The filter for the circumscribed sphere of a positively oriented tetrahedron.

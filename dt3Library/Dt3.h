@@ -144,7 +144,7 @@ private:
     void growFrom(const DoomedTet& doomed, const LanePoint& lanePoint, const Point3* pVtx);
     Tet3* buildStar(Point3* pVtx, std::size_t first, std::size_t last);
     void linkBeyond(Tet3* pNewTet, const StarFacet& facet);
-    void linkStar();
+    std::size_t linkStar();
     Tet3* takeRecord();
     void checkOrientation(const Point3* a, const Point3* b, const Point3* c, const Point3* d) const;
 
@@ -178,6 +178,7 @@ private:
     std::vector<Tet3*> vSeenTets;
     std::vector<Edge3> vHullEdges;
     FacetHash horizonEdges;
+    std::size_t numHorizonEdges = 0;
 };
 
 } // namespace VORN3D

@@ -48,6 +48,7 @@ void Dt3::gatherSeenTets(const Point3* pVtx, Tet3* pTet, int ici)
     vSeenTets.clear();
     vHullEdges.clear();
     horizonEdges.start(0);
+    numHorizonEdges = 0;
     addSeenFacet(pTet, ici);
     while (!vHullEdges.empty()) {
         TetAroundEdgeIterator it(vHullEdges.back());
@@ -76,10 +77,8 @@ void Dt3::addSeenFacet(Tet3* pTet, int ici)
 
 bool Dt3::isNewEdge(const Tet3* pTet, const Point3* pSource, const Point3* pTarget)
 {
-    horizonEdges.growIfNeeded();
-    const std::size_t numStored = horizonEdges.getNumStored();
-    horizonEdges.matchFacet(pTet, pSource, pTarget);
-    return horizonEdges.getNumStored() > numStored;
+    horizonEdges.growFor(++numHorizonEdges);
+    return horizonEdges.getPartner(horizonEdges.matchFacet(pTet, pSource, pTarget), pTet) == nullptr;
 }
 
 void Dt3::growConflictRegionOutside(const Point3* pVtx)
@@ -99,7 +98,6 @@ void Dt3::growConflictRegionOutside(const Point3* pVtx)
 // Facets in a plane with the vertex are not built on.
 void Dt3::pushVisibleFacets(Tet3* pTet, const Point3* pVtx)
 {
-    vStar.reserveFor(4);
     for (int i = 0; i < 4; ++i)
         if (pTet->aOppTet[i] == nullptr && predicates.getOrientation3(pTet, i, pVtx) == ORIENTATION3_NEGATIVE)
             vStar.append({pTet, pTet, static_cast<std::int8_t>(i), true, true});
@@ -107,7 +105,6 @@ void Dt3::pushVisibleFacets(Tet3* pTet, const Point3* pVtx)
 
 void Dt3::pushCavityFacetsOutside(Tet3* pDoomed, const Point3* pVtx)
 {
-    vStar.reserveFor(4);
     for (int i = 0; i < 4; ++i) {
         Tet3* pBeyond = pDoomed->aOppTet[i];
         const bool bBoundary = pBeyond == nullptr

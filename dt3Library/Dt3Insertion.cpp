@@ -52,10 +52,10 @@ Tet3* Dt3::insertInside(Point3* pVtx, Tet3* pTet)
 
     facetHash.start(3 * vStar.size() / 2);
     Tet3* pLast = buildStar(pVtx, 0, vStar.size());
-    linkStar();
-    if (facetHash.getNumStored() != 0) {
-        std::cout << "numStoredTCS after insertVertex: " << facetHash.getNumStored() << std::endl;
-        VORN_ASSERT_TEXT(false, "numStoredTCS==0");
+    const std::size_t numStoredTCS = linkStar();
+    if (numStoredTCS != 0) {
+        std::cout << "numStoredTCS after insertVertex: " << numStoredTCS << std::endl;
+        VORN_ASSERT_TEXT(numStoredTCS == 0, "numStoredTCS==0");
     }
     return pLast;
 }
@@ -73,9 +73,7 @@ void Dt3::startInsertion()
 void Dt3::doom(Tet3* pTet, FacetMask certainlyInside)
 {
     pTet->hasBeenVisited = true;
-    vDoomedTets.reserveFor(1);
     vDoomedTets.append(pTet);
-    vStack.reserveFor(1);
     vStack.append({pTet, certainlyInside});
 }
 
@@ -90,22 +88,25 @@ bool Dt3::isInConflict(const Tet3* pTet, const Point3* pVtx) const
 // it: it is stored in both lists and counted in one.
 void Dt3::growFrom(const DoomedTet& doomed, const LanePoint& lanePoint, const Point3* pVtx)
 {
-    vStack.reserveFor(4);
-    vDoomedTets.reserveFor(4);
-    vStar.reserveFor(4);
-    doomed.pTet->customIndex = -1;
-    StarFacet aCandidate[4];
+    Tet3* const pDoomed = doomed.pTet;
+    pDoomed->customIndex = -1;
+    int aCandidate[4];
     int numCandidates = 0;
     for (int i = 3; i >= 0; --i) {
-        Tet3* pBeyond = doomed.pTet->aOppTet[i];
-        const bool bCertain = doomed.certainlyInside >> i & 1;
-        aCandidate[numCandidates] = {doomed.pTet, pBeyond, static_cast<std::int8_t>(i), false, bCertain};
+        const Tet3* pBeyond = pDoomed->aOppTet[i];
+        aCandidate[numCandidates] = i;
         numCandidates += pBeyond == nullptr || !pBeyond->hasBeenVisited;
     }
+    ScratchList<DoomedTet>::Appender stack(vStack, 4);
+    ScratchList<Tet3*>::Appender doomedTets(vDoomedTets, 4);
+    ScratchList<StarFacet>::Appender star(vStar, 4);
     for (int k = 0; k < numCandidates; ++k) {
-        Tet3* pBeyond = aCandidate[k].pBeyond;
+        const int ici = aCandidate[k];
+        Tet3* pBeyond = pDoomed->aOppTet[ici];
+        const StarFacet facet{pDoomed, pBeyond, static_cast<std::int8_t>(ici), false,
+                              (doomed.certainlyInside >> ici & 1) != 0};
         if (pBeyond == nullptr) {
-            vStar.append(aCandidate[k]);
+            star.append(facet);
             continue;
         }
         const CornerLanes corners(pBeyond->aVertexPointer, lanePoint);
@@ -116,9 +117,9 @@ void Dt3::growFrom(const DoomedTet& doomed, const LanePoint& lanePoint, const Po
         const bool bConflict =
             side == SphereSide::UNDECIDED ? isInConflict(pBeyond, pVtx) : side == SphereSide::INSIDE;
         pBeyond->hasBeenVisited = bConflict;
-        vStack.appendIf({pBeyond, getCertainSides(volumes, maxSquaredLength).inside}, bConflict);
-        vDoomedTets.appendIf(pBeyond, bConflict);
-        vStar.appendIf(aCandidate[k], !bConflict);
+        stack.appendIf({pBeyond, getCertainlyInside(volumes, maxSquaredLength)}, bConflict);
+        doomedTets.appendIf(pBeyond, bConflict);
+        star.appendIf(facet, !bConflict);
     }
 }
 
@@ -126,7 +127,7 @@ void Dt3::growFrom(const DoomedTet& doomed, const LanePoint& lanePoint, const Po
 // if there is none.
 Tet3* Dt3::buildStar(Point3* pVtx, std::size_t first, std::size_t last)
 {
-    vNewTets.reserveFor(last - first);
+    ScratchList<NewTet>::Appender newTets(vNewTets, last - first);
     std::int32_t label = takeRunningLabels(static_cast<std::uint32_t>(last - first));
     Tet3* pNewTet = nullptr;
     for (std::size_t k = first; k < last; ++k) {
@@ -140,9 +141,9 @@ Tet3* Dt3::buildStar(Point3* pVtx, std::size_t first, std::size_t last)
         pNewTet = takeRecord();
         pNewTet->fill(label++, pVtx, a, b, c);
         linkBeyond(pNewTet, facet);
-        vNewTets.append({pNewTet,
-                         {facetHash.matchFacet(pNewTet, b, c), facetHash.matchFacet(pNewTet, c, a),
-                          facetHash.matchFacet(pNewTet, a, b)}});
+        newTets.append({pNewTet,
+                        {facetHash.matchFacet(pNewTet, b, c), facetHash.matchFacet(pNewTet, c, a),
+                         facetHash.matchFacet(pNewTet, a, b)}});
     }
     return pNewTet;
 }
@@ -156,13 +157,19 @@ void Dt3::linkBeyond(Tet3* pNewTet, const StarFacet& facet)
     facet.pBeyond->aOppTet[iciInBeyond] = pNewTet;
 }
 
-// Links the tetrahedra of the star with each other; facets of the new hull stay without neighbour.
-void Dt3::linkStar()
+// Links the tetrahedra of the star with each other. Returns the number of facets that stay without neighbour;
+// they are on the new hull.
+std::size_t Dt3::linkStar()
 {
+    std::size_t numAlone = 0;
     for (const NewTet& newTet : vNewTets)
-        for (int i = 0; i < 3; ++i)
-            newTet.pTet->aOppTet[i + 1] = facetHash.getPartner(newTet.aSlot[i], newTet.pTet);
+        for (int i = 0; i < 3; ++i) {
+            Tet3* pPartner = facetHash.getPartner(newTet.aSlot[i], newTet.pTet);
+            newTet.pTet->aOppTet[i + 1] = pPartner;
+            numAlone += pPartner == nullptr;
+        }
     vNewTets.clear();
+    return numAlone;
 }
 
 Tet3* Dt3::createTet(Point3* a, Point3* b, Point3* c, Point3* d)

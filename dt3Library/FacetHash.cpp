@@ -1,17 +1,19 @@
 #include "FacetHash.h"
 
+#include <algorithm>
+#include <iterator>
+
 namespace VORN3D
 {
 
-void FacetHash::grow()
+void FacetHash::growFor(std::size_t numEdges)
 {
+    if (m_mask >= SLOTS_PER_EDGE * numEdges)
+        return;
     std::vector<TwoTetStruct> vUsed;
-    vUsed.reserve(m_numUsed);
-    for (std::size_t i = 0; i <= m_mask; ++i)
-        if (m_vSlots[i].stamp == m_stamp)
-            vUsed.push_back(m_vSlots[i]);
-    useSlots(2 * (m_mask + 1));
-    ++m_stamp;
+    std::copy_if(m_vSlots.begin(), m_vSlots.end(), std::back_inserter(vUsed),
+                 [this](const TwoTetStruct& slot) { return slot.stamp == m_stamp; });
+    start(2 * numEdges);
     for (TwoTetStruct& used : vUsed) {
         used.stamp = m_stamp;
         m_vSlots[findSlot(used.low, used.high)] = used;

@@ -35,33 +35,29 @@ class FacetHash
 public:
     FacetHash() : m_vSlots(MIN_SLOTS, TwoTetStruct{}), m_mask(MIN_SLOTS - 1) {}
 
-    /// Forgets everything and expects up to `numEdges` edges. O(1) unless the table must grow.
+    /// Forgets everything and makes room for `numEdges` edges. O(1) unless the table must grow.
     void start(std::size_t numEdges)
     {
-        std::size_t numSlots = MIN_SLOTS;
-        while (numSlots < 4 * numEdges)
-            numSlots *= 2;
-        useSlots(numSlots);
         ++m_stamp;
-        m_numUsed = 0;
-        numStoredTCS = 0;
+        m_mask = MIN_SLOTS - 1;
+        while (m_mask < SLOTS_PER_EDGE * numEdges)
+            m_mask = 2 * m_mask + 1;
+        if (m_vSlots.size() <= m_mask)
+            m_vSlots.resize(m_mask + 1, TwoTetStruct{});
     }
 
-    /// Names the facet of pTet at the edge p, q. Returns its slot, which is valid until more edges than
-    /// expected have come.
+    /// Names the facet of pTet at the edge p, q. Returns its slot.
     std::size_t matchFacet(const Tet3* pTet, const Point3* p, const Point3* q)
     {
         const auto u = reinterpret_cast<std::uintptr_t>(p);
         const auto v = reinterpret_cast<std::uintptr_t>(q);
         const std::uintptr_t low = u < v ? u : v;
         const std::uintptr_t high = u < v ? v : u;
-        const std::size_t slot = findSlot(low, high);
-        const bool bWaiting = m_vSlots[slot].stamp == m_stamp;
-        const std::uintptr_t sum = bWaiting ? m_vSlots[slot].sumOfTets : 0;
-        m_vSlots[slot] = {low, high, sum + reinterpret_cast<std::uintptr_t>(pTet), m_stamp};
-        m_numUsed += !bWaiting;
-        numStoredTCS += bWaiting ? std::size_t(-1) : std::size_t(1);
-        return slot;
+        const std::size_t index = findSlot(low, high);
+        TwoTetStruct& slot = m_vSlots[index];
+        const std::uintptr_t sumBefore = slot.sumOfTets & getMaskIfUsed(slot);
+        slot = {low, high, sumBefore + reinterpret_cast<std::uintptr_t>(pTet), m_stamp};
+        return index;
     }
 
     /// The tetrahedron that shares the slot's facet with pTet; null while there is none.
@@ -70,51 +66,36 @@ public:
         return reinterpret_cast<Tet3*>(m_vSlots[slot].sumOfTets - reinterpret_cast<std::uintptr_t>(pTet));
     }
 
-    /// Keeps the table at most half full where the number of edges is not known in advance.
-    void growIfNeeded()
-    {
-        if (2 * m_numUsed > m_mask)
-            grow();
-    }
-
-    /// The number of facets that wait for their partner.
-    std::size_t getNumStored() const { return numStoredTCS; }
+    /// Makes room for `numEdges` edges and keeps what has come; slots change.
+    void growFor(std::size_t numEdges);
 
 private:
     static constexpr std::size_t MIN_SLOTS = 128;
+    static constexpr std::size_t SLOTS_PER_EDGE = 3;
 
     std::size_t findSlot(std::uintptr_t low, std::uintptr_t high) const
     {
         // Vertices lie 40 bytes apart; the golden ratio spreads their addresses over the upper bits.
-        auto slot =
-            static_cast<std::size_t>((((low >> 3) + (high >> 3)) * UINT64_C(0x9E3779B97F4A7C15)) >> 40) &
-            m_mask;
-        while (isTakenByOther(m_vSlots[slot], low, high))
-            slot = (slot + 1) & m_mask;
-        return slot;
+        const std::uint64_t hash = ((low >> 3) + (high >> 3)) * UINT64_C(0x9E3779B97F4A7C15);
+        std::size_t index = static_cast<std::size_t>(hash >> 40) & m_mask;
+        // A slot of another edge: one condition, and nearly always false.
+        while ((((m_vSlots[index].low ^ low) | (m_vSlots[index].high ^ high)) &
+                getMaskIfUsed(m_vSlots[index])) != 0)
+            index = (index + 1) & m_mask;
+        return index;
     }
 
-    // One condition for the branch predictor, and nearly always false.
-    bool isTakenByOther(const TwoTetStruct& slot, std::uintptr_t low, std::uintptr_t high) const
+    // All bits set if the slot counts, none otherwise: whether it does is as good as random, so nothing
+    // branches.
+    std::uint64_t getMaskIfUsed(const TwoTetStruct& slot) const
     {
-        return (slot.stamp == m_stamp) & (((slot.low ^ low) | (slot.high ^ high)) != 0);
+        return std::uint64_t{0} - std::uint64_t{slot.stamp == m_stamp};
     }
-
-    void useSlots(std::size_t numSlots)
-    {
-        m_mask = numSlots - 1;
-        if (m_vSlots.size() < numSlots)
-            m_vSlots.resize(numSlots, TwoTetStruct{});
-    }
-
-    void grow();
 
     std::vector<TwoTetStruct> m_vSlots;
     std::size_t m_mask;
     // 64 bits never run out. Stamp 0 is that of slots never used.
     std::uint64_t m_stamp = 0;
-    std::size_t m_numUsed = 0;
-    std::size_t numStoredTCS = 0;
 };
 
 } // namespace VORN3D

@@ -1,5 +1,6 @@
-// ScratchList is a growing array for the hot loops: room is reserved once for several appends, which are then
-// unchecked, and an append can depend on a condition without a branch. Keeps its memory when cleared.
+// ScratchList is a growing array for the hot loops. An Appender makes room for a number of elements once; its
+// appends are unchecked, work on a register, and can depend on a condition without a branch. Keeps its memory
+// when cleared.
 #pragma once
 
 #include <algorithm>
@@ -22,20 +23,37 @@ public:
     {
     }
 
-    /// Makes room for `num` unchecked appends.
-    void reserveFor(std::size_t num)
+    class Appender
     {
-        if (m_size + num > m_capacity)
-            grow(m_size + num);
-    }
+    public:
+        /// For up to `maxNum` elements; the list must not be used otherwise meanwhile.
+        Appender(ScratchList& list, std::size_t maxNum) : m_list(list)
+        {
+            list.reserveFor(maxNum);
+            m_pEnd = list.end();
+        }
+        Appender(const Appender&) = delete;
+        Appender& operator=(const Appender&) = delete;
+        ~Appender() { m_list.m_size = static_cast<std::size_t>(m_pEnd - m_list.begin()); }
 
-    void append(const T& element) { m_apElement[m_size++] = element; }
+        void append(const T& element) { *m_pEnd++ = element; }
 
-    /// Appends if the condition holds; needs room for the element in either case.
-    void appendIf(const T& element, bool bCondition)
+        /// Appends if the condition holds; needs room for the element in either case.
+        void appendIf(const T& element, bool bCondition)
+        {
+            *m_pEnd = element;
+            m_pEnd += bCondition;
+        }
+
+    private:
+        ScratchList& m_list;
+        T* m_pEnd;
+    };
+
+    void append(const T& element)
     {
-        m_apElement[m_size] = element;
-        m_size += bCondition;
+        reserveFor(1);
+        m_apElement[m_size++] = element;
     }
 
     T takeLast() { return m_apElement[--m_size]; }
@@ -56,6 +74,12 @@ public:
     }
 
 private:
+    void reserveFor(std::size_t num)
+    {
+        if (m_size + num > m_capacity)
+            grow(m_size + num);
+    }
+
     void grow(std::size_t needed)
     {
         m_capacity = std::max(needed, 2 * m_capacity);
