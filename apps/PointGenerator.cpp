@@ -119,8 +119,10 @@ Coordinates PointGenerator::getOnSphere()
 Coordinates PointGenerator::getOnGrid()
 {
     const std::uint64_t i = m_gridIndex++;
-    return {static_cast<double>(i % m_gridSide), static_cast<double>(i / m_gridSide % m_gridSide),
-            static_cast<double>(i / m_gridSide / m_gridSide)};
+    const std::uint64_t column = i % m_gridSide;
+    const std::uint64_t row = i / m_gridSide % m_gridSide;
+    const std::uint64_t layer = i / m_gridSide / m_gridSide;
+    return {static_cast<double>(column), static_cast<double>(row), static_cast<double>(layer)};
 }
 
 Coordinates PointGenerator::getInCluster()

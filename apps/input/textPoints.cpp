@@ -62,7 +62,7 @@ std::vector<Point3> readPts(ByteSource& source)
 
     FieldCursor fields(line);
     const std::size_t numAnnounced = readCount(fields, lines, "number of points");
-    const std::vector<Point3> vPoints =
+    std::vector<Point3> vPoints =
         lines.nextWithFields(line) ? readTable(lines, line) : std::vector<Point3>();
     if (vPoints.size() != numAnnounced)
         throw InputError(source.getName(), "announces " + std::to_string(numAnnounced) +
