@@ -1,6 +1,7 @@
 #pragma once
 
-namespace VORN3D::program {
+namespace VORN3D::program
+{
 
 /// What the program tells the shell. Numbers and meanings are printed by --help; scripts rely on them.
 enum ExitStatus {

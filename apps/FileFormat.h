@@ -8,7 +8,8 @@
 #include <string>
 #include <vector>
 
-namespace VORN3D::program {
+namespace VORN3D::program
+{
 
 /// A file format that the program knows: what people call it, and the function that reads or writes it.
 template <typename Function>

@@ -3,7 +3,8 @@
 #include <cstdio>
 #include <memory>
 
-namespace VORN3D::program {
+namespace VORN3D::program
+{
 
 /// Closes a C stream, unless it is one of the process's standard streams.
 struct FileCloser

@@ -8,9 +8,11 @@
 
 #include <memory>
 
-namespace VORN3D::program {
+namespace VORN3D::program
+{
 
-namespace {
+namespace
+{
 
 constexpr std::size_t blockSize = std::size_t(1) << 16;
 

@@ -4,7 +4,8 @@
 #include <stdexcept>
 #include <string>
 
-namespace VORN3D::program {
+namespace VORN3D::program
+{
 
 /// Input or arguments that cannot be used. what() is "FILE:LINE: reason", or "FILE: reason" where no line is
 /// to blame.

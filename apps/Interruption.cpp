@@ -2,9 +2,11 @@
 
 #include <csignal>
 
-namespace VORN3D::program {
+namespace VORN3D::program
+{
 
-namespace {
+namespace
+{
 
 volatile std::sig_atomic_t bRequested = 0;
 

@@ -2,7 +2,8 @@
 
 #include <stdexcept>
 
-namespace VORN3D::program {
+namespace VORN3D::program
+{
 
 /// The user asked the program to stop.
 class Interrupted : public std::runtime_error

@@ -1,8 +1,10 @@
 #include "LibraryOutput.h"
 
-namespace VORN3D::program {
+namespace VORN3D::program
+{
 
-namespace {
+namespace
+{
 
 constexpr const char* batchLine = "numPoints=";
 

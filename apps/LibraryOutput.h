@@ -4,7 +4,8 @@
 #include <streambuf>
 #include <string>
 
-namespace VORN3D::program {
+namespace VORN3D::program
+{
 
 /// While it lives, what the library prints on std::cout goes to standard error, line by line, so that the
 /// program's standard output holds nothing but its result. The line that the library prints for every batch

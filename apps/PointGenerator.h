@@ -7,7 +7,8 @@
 #include <string>
 #include <vector>
 
-namespace VORN3D::program {
+namespace VORN3D::program
+{
 
 /// Generates the points of a shape, one after the other. The same shape, number and seed give the same
 /// points, bit by bit, on every platform: the standard's generator is portable, its distributions are not, so

@@ -6,9 +6,11 @@
 
 #include <unistd.h>
 
-namespace VORN3D::program {
+namespace VORN3D::program
+{
 
-namespace {
+namespace
+{
 
 constexpr std::chrono::milliseconds delay(500);
 constexpr std::chrono::milliseconds interval(100);

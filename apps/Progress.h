@@ -4,7 +4,8 @@
 #include <cstddef>
 #include <string>
 
-namespace VORN3D::program {
+namespace VORN3D::program
+{
 
 /// One line on standard error that shows how far a long step has come, and goes away when the step ends.
 ///

@@ -2,7 +2,8 @@
 
 #include <chrono>
 
-namespace VORN3D::program {
+namespace VORN3D::program
+{
 
 /// The wall-clock time since its construction.
 class Stopwatch

@@ -6,9 +6,11 @@
 #include <iomanip>
 #include <ostream>
 
-namespace VORN3D::program {
+namespace VORN3D::program
+{
 
-namespace {
+namespace
+{
 
 std::size_t countHullFacets(const Tet3& tet)
 {

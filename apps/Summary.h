@@ -3,11 +3,13 @@
 #include <cstddef>
 #include <iosfwd>
 
-namespace VORN3D {
+namespace VORN3D
+{
 class Vorn_3D;
 }
 
-namespace VORN3D::program {
+namespace VORN3D::program
+{
 
 /// The numbers of a triangulation.
 struct MeshCounts

@@ -10,9 +10,11 @@
 #include <iostream>
 #include <memory>
 
-namespace VORN3D::program {
+namespace VORN3D::program
+{
 
-namespace {
+namespace
+{
 
 struct TriangulateOptions
 {

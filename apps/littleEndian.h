@@ -5,7 +5,8 @@
 #include <cstdint>
 #include <cstring>
 
-namespace VORN3D::program {
+namespace VORN3D::program
+{
 
 using DoubleBytes = std::array<char, 8>;
 

@@ -11,9 +11,11 @@
 #include <iostream>
 #include <new>
 
-namespace VORN3D::program {
+namespace VORN3D::program
+{
 
-namespace {
+namespace
+{
 
 const char* const description =
     "vorn3d computes Delaunay tetrahedralizations of points in space, exactly for any input.";

@@ -4,7 +4,8 @@
 
 #include <iostream>
 
-namespace {
+namespace
+{
 
 /// "-" stands for the outside of the convex hull.
 void printTetrahedron(const VORN3D::Tet3& tet)

@@ -6,9 +6,11 @@
 #include <cstring>
 #include <filesystem>
 
-namespace VORN3D::program {
+namespace VORN3D::program
+{
 
-namespace {
+namespace
+{
 
 /// 0 if unknown, as for a pipe.
 std::size_t sizeOfFile(const std::string& path)

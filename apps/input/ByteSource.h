@@ -6,7 +6,8 @@
 #include <cstddef>
 #include <string>
 
-namespace VORN3D::program {
+namespace VORN3D::program
+{
 
 /// What messages call a file; "-" is standard input.
 std::string getDisplayName(const std::string& path);

@@ -5,9 +5,11 @@
 #include <algorithm>
 #include <cmath>
 
-namespace VORN3D::program {
+namespace VORN3D::program
+{
 
-namespace {
+namespace
+{
 
 constexpr std::size_t maxDescription = 40;
 

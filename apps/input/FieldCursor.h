@@ -3,7 +3,8 @@
 #include <string>
 #include <string_view>
 
-namespace VORN3D::program {
+namespace VORN3D::program
+{
 
 enum class FieldStatus {
     number,

@@ -6,9 +6,11 @@
 #include <algorithm>
 #include <cstring>
 
-namespace VORN3D::program {
+namespace VORN3D::program
+{
 
-namespace {
+namespace
+{
 
 constexpr std::size_t bufferSize = std::size_t(1) << 20;
 constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";

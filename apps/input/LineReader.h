@@ -7,7 +7,8 @@
 #include <string_view>
 #include <vector>
 
-namespace VORN3D::program {
+namespace VORN3D::program
+{
 
 /// Cuts a text into lines and counts them. Unix and Windows line ends are known; a byte order mark (UTF-8) at
 /// the beginning is skipped.

@@ -4,9 +4,11 @@
 
 #include <cmath>
 
-namespace VORN3D::program {
+namespace VORN3D::program
+{
 
-namespace {
+namespace
+{
 
 constexpr std::size_t bytesPerPoint = 3 * sizeof(double);
 constexpr std::size_t pointsPerBlock = std::size_t(1) << 15;

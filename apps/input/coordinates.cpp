@@ -2,9 +2,11 @@
 
 #include <cmath>
 
-namespace VORN3D::program {
+namespace VORN3D::program
+{
 
-namespace {
+namespace
+{
 
 constexpr double maxCount = 9007199254740992.0;
 

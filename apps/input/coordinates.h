@@ -5,7 +5,8 @@
 
 #include "vorn3d/Point3.h"
 
-namespace VORN3D::program {
+namespace VORN3D::program
+{
 
 /// The next three fields of the current line as a point.
 Point3 readCoordinates(FieldCursor& fields, const LineReader& lines);

@@ -4,9 +4,11 @@
 
 #include <algorithm>
 
-namespace VORN3D::program {
+namespace VORN3D::program
+{
 
-namespace {
+namespace
+{
 
 /// Bounds what a wrong count in the file can make us allocate in advance.
 constexpr std::size_t maxReserve = std::size_t(1) << 20;

@@ -8,7 +8,8 @@
 
 #include <vector>
 
-namespace VORN3D::program {
+namespace VORN3D::program
+{
 
 /// Three coordinates a line, in any common separation, with an optional line of column names first.
 std::vector<Point3> readText(ByteSource& source);

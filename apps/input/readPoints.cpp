@@ -4,7 +4,8 @@
 
 #include <climits>
 
-namespace VORN3D::program {
+namespace VORN3D::program
+{
 
 const FileFormats<ReadFunction>& getPointFormats()
 {

@@ -8,7 +8,8 @@
 #include <string>
 #include <vector>
 
-namespace VORN3D::program {
+namespace VORN3D::program
+{
 
 using ReadFunction = std::vector<Point3>(ByteSource&);
 

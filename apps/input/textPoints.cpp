@@ -2,9 +2,11 @@
 #include "input/coordinates.h"
 #include "input/pointFormats.h"
 
-namespace VORN3D::program {
+namespace VORN3D::program
+{
 
-namespace {
+namespace
+{
 
 /// True if no field of the line is a number: a line of column names.
 bool isHeader(std::string_view line)
@@ -62,8 +64,7 @@ std::vector<Point3> readPts(ByteSource& source)
 
     FieldCursor fields(line);
     const std::size_t numAnnounced = readCount(fields, lines, "number of points");
-    std::vector<Point3> vPoints =
-        lines.nextWithFields(line) ? readTable(lines, line) : std::vector<Point3>();
+    std::vector<Point3> vPoints = lines.nextWithFields(line) ? readTable(lines, line) : std::vector<Point3>();
     if (vPoints.size() != numAnnounced)
         throw InputError(source.getName(), "announces " + std::to_string(numAnnounced) +
                                                " points but holds " + std::to_string(vPoints.size()));

@@ -6,9 +6,11 @@
 
 #include <unistd.h>
 
-namespace VORN3D::program {
+namespace VORN3D::program
+{
 
-namespace {
+namespace
+{
 
 namespace fs = std::filesystem;
 

@@ -5,7 +5,8 @@
 #include <string>
 #include <string_view>
 
-namespace VORN3D::program {
+namespace VORN3D::program
+{
 
 /// A file that appears under its name only when it is complete.
 ///

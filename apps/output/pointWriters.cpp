@@ -4,9 +4,11 @@
 
 #include <charconv>
 
-namespace VORN3D::program {
+namespace VORN3D::program
+{
 
-namespace {
+namespace
+{
 
 /// The shortest digits that read back as the same double.
 void appendNumber(std::string& text, double value)

@@ -5,7 +5,8 @@
 #include <array>
 #include <string>
 
-namespace VORN3D::program {
+namespace VORN3D::program
+{
 
 using Coordinates = std::array<double, 3>;
 

@@ -6,9 +6,11 @@
 #include <cmath>
 #include <set>
 
-namespace VORN3D::program {
+namespace VORN3D::program
+{
 
-namespace {
+namespace
+{
 
 constexpr std::size_t num = 20000;
 

@@ -10,9 +10,11 @@
 
 #include <sys/wait.h>
 
-namespace VORN3D::program {
+namespace VORN3D::program
+{
 
-namespace {
+namespace
+{
 
 struct Outcome
 {

@@ -9,9 +9,11 @@
 #include <cmath>
 #include <limits>
 
-namespace VORN3D::program {
+namespace VORN3D::program
+{
 
-namespace {
+namespace
+{
 
 struct NamedFile
 {
