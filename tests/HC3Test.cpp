@@ -13,9 +13,11 @@
 #include <utility>
 #include <vector>
 
-namespace VORN3D {
+namespace VORN3D
+{
 
-namespace {
+namespace
+{
 
 using testing::HasSubstr;
 

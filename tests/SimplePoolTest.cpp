@@ -18,9 +18,11 @@ extern "C" const char* __tsan_default_options()
     return "allocator_may_return_null=1";
 }
 
-namespace VORN3D {
+namespace VORN3D
+{
 
-namespace {
+namespace
+{
 
 using Sizes = std::vector<std::size_t>;
 

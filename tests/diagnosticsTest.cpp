@@ -11,9 +11,11 @@
 #include <thread>
 #include <vector>
 
-namespace VORN3D {
+namespace VORN3D
+{
 
-namespace {
+namespace
+{
 
 using testing::HasSubstr;
 using testing::StartsWith;

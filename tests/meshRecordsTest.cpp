@@ -13,9 +13,11 @@
 #include <set>
 #include <vector>
 
-namespace VORN3D {
+namespace VORN3D
+{
 
-namespace {
+namespace
+{
 
 using testing::HasSubstr;
 using Indices = std::array<int, 4>;
@@ -265,9 +267,10 @@ TEST(Links, AreKnownFromBothSides)
         EXPECT_TRUE(Tet3::haveCommonFacet(pTet, i, pOther, j));
         EXPECT_TRUE(pTet->hasVertex(pTet->getCorner(i)));
         EXPECT_FALSE(pTet->hasVertex(pAcross));
-        for (int k = 0; k < 4; ++k) {
-            EXPECT_EQ(pTet->getFacet(k) == pOther->getFacet(j), k == i) << "both names of a facet are equal";
-            EXPECT_EQ(pTet->getFacet(k) != pTet->getFacet(i), k != i);
+        for (int k = 0; k < 16; ++k) {
+            const Facet3 facet = pTet->getFacet(k / 4), otherFacet = pOther->getFacet(k % 4);
+            const bool bSame = k / 4 == i && k % 4 == j;
+            EXPECT_TRUE((facet == otherFacet) == bSame && (facet != otherFacet) == !bSame) << k;
         }
         pTet->setOppTet(i, nullptr);
         EXPECT_EQ(pOther->getIntraTetIndexInOppTetForReg(pTet, i), j) << "needs no links";

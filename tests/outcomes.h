@@ -13,7 +13,8 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-namespace VORN3D {
+namespace VORN3D
+{
 
 /// What f prints on standard output. f must not throw.
 template <typename F>

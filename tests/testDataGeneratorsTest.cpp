@@ -8,9 +8,11 @@
 #include <limits>
 #include <thread>
 
-namespace VORN3D {
+namespace VORN3D
+{
 
-namespace {
+namespace
+{
 
 /// The nth output (from 0) of the generator, in closed form: its state after n + 1 steps is
 /// a^(n+1) seed + c (a^n + ... + a + 1) modulo 2^32.

@@ -13,9 +13,11 @@
 #include <limits>
 #include <vector>
 
-namespace VORN3D {
+namespace VORN3D
+{
 
-namespace {
+namespace
+{
 
 using testing::HasSubstr;
 using testing::MatchesRegex;
