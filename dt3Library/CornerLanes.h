@@ -158,18 +158,19 @@ inline Lanes getLackOfVolume(const Lanes& volumes, double maxSquaredLength)
 
 } // namespace laneFilter
 
-/// The facets that the point is certainly on the inner side of, by the largest squared length of the corners.
-inline FacetMask getCertainlyInside(const Lanes& volumes, double maxSquaredLength)
+/// On which sides of a tetrahedron's facets a point certainly is; undecided facets are in neither set.
+struct CertainSides
 {
-    const Lanes lack = laneFilter::getLackOfVolume(volumes, maxSquaredLength);
-    return laneFilter::getSignBits(lack) & ~laneFilter::getSignBits(volumes);
-}
+    FacetMask inside;
+    FacetMask beyond;
+};
 
-/// The facets that the point is certainly beyond.
-inline FacetMask getCertainlyBeyond(const Lanes& volumes, double maxSquaredLength)
+/// The filter for the sides of the facets, by the largest squared length of the corners.
+inline CertainSides getCertainSides(const Lanes& volumes, double maxSquaredLength)
 {
-    const Lanes lack = laneFilter::getLackOfVolume(volumes, maxSquaredLength);
-    return laneFilter::getSignBits(lack) & laneFilter::getSignBits(volumes);
+    const FacetMask certain = laneFilter::getSignBits(laneFilter::getLackOfVolume(volumes, maxSquaredLength));
+    const FacetMask negative = laneFilter::getSignBits(volumes);
+    return {certain & ~negative, certain & negative};
 }
 
 /// The filter for the circumscribed sphere of a positively oriented tetrahedron.

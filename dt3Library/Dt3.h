@@ -122,17 +122,21 @@ private:
         std::size_t aSlot[3];
     };
 
-    // What it means for a walk that the point lies in the plane of a facet of the current tetrahedron.
-    struct CoplanarVerdict
+    // What a look at one tetrahedron means for the walk: it ends with a result of locateConflictTet(), or
+    // goes on across the facet `result` places after the first one looked at.
+    struct WalkStep
     {
-        bool bWalkEnds;
+        bool bEnds;
         int result;
     };
 
     void startUp(std::vector<Point3*>& vNewVertices);
     std::vector<Point3*> getUntriangulated(const std::vector<Point3*>& vUserHandles) const;
 
-    CoplanarVerdict judgeCoplanar(const Point3* pVtx, Tet3*& pTet, int ici) const;
+    WalkStep lookAround(const Point3* pVtx, const LanePoint& lanePoint, Tet3*& pTet, FacetMask untested,
+                        int first) const;
+    WalkStep lookAroundExactly(const Point3* pVtx, Tet3*& pTet, FacetMask untested, int first) const;
+    WalkStep judgeCoplanar(const Point3* pVtx, Tet3*& pTet, int ici) const;
     int circleEdgeToHull(Tet3*& pTet, int opp3, int opp2) const;
     void checkStrictlyInside(const Tet3* pTet, const Point3* pVtx) const;
 

@@ -117,7 +117,7 @@ void Dt3::growFrom(const DoomedTet& doomed, const LanePoint& lanePoint, const Po
         const bool bConflict =
             side == SphereSide::UNDECIDED ? isInConflict(pBeyond, pVtx) : side == SphereSide::INSIDE;
         pBeyond->hasBeenVisited = bConflict;
-        stack.appendIf({pBeyond, getCertainlyInside(volumes, maxSquaredLength)}, bConflict);
+        stack.appendIf({pBeyond, getCertainSides(volumes, maxSquaredLength).inside}, bConflict);
         doomedTets.appendIf(pBeyond, bConflict);
         star.appendIf(facet, !bConflict);
     }

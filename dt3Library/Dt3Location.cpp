@@ -23,6 +23,12 @@ int getNextIndex(int ici)
     return (ici + 1) & 3;
 }
 
+// How many steps after `first`, cyclically, the first facet of a non-empty set comes.
+int getDistanceToFirst(FacetMask facets, int first)
+{
+    return __builtin_ctz((facets | facets << 4) >> first);
+}
+
 } // namespace
 
 Tet3* Dt3::findNearbyTet(const Point3& p) const
@@ -35,30 +41,23 @@ int Dt3::locateConflictTet(const Point3* pVtx, Tet3*& pStartTet) const
     if (pStartTet == nullptr)
         goToHell("locateConflictTet");
 
-    int ici = 0;
-    int numRemaining = 4;
-    for (int numTests = 0; numTests < MAX_WALK_TESTS; ++numTests) {
-        const Orientation3 side = predicates.getOrientation3(pStartTet, ici, pVtx);
-        if (side == ORIENTATION3_NEGATIVE) {
-            Tet3* pNext = pStartTet->aOppTet[ici];
-            if (pNext == nullptr)
-                return ici;
-            // The facet just crossed needs no test: the point is on its inner side.
-            ici = getNextIndex(pNext->getIntraTetIndex(pStartTet));
-            pStartTet = pNext;
-            numRemaining = 3;
-            continue;
-        }
-        if (side == ORIENTATION3_COPLANAR) {
-            const CoplanarVerdict verdict = judgeCoplanar(pVtx, pStartTet, ici);
-            if (verdict.bWalkEnds)
-                return verdict.result;
-        }
-        ici = getNextIndex(ici);
-        if (--numRemaining == 0) {
-            checkStrictlyInside(pStartTet, pVtx);
-            return LOCATED_INSIDE;
-        }
+    const LanePoint lanePoint(*pVtx);
+    FacetMask untested = ALL_FACETS;
+    int first = 0;
+    for (int numTests = 0; numTests < MAX_WALK_TESTS;) {
+        const WalkStep step = lookAround(pVtx, lanePoint, pStartTet, untested, first);
+        if (step.bEnds)
+            return step.result;
+        const int crossed = (first + step.result) & 3;
+        Tet3* pNext = pStartTet->aOppTet[crossed];
+        if (pNext == nullptr)
+            return crossed;
+        // The facet just crossed needs no test: the point is on its inner side.
+        const int entered = pNext->getIndexOfNeighbor(pStartTet);
+        pStartTet = pNext;
+        untested = ALL_FACETS & ~(1u << entered);
+        first = getNextIndex(entered);
+        numTests += step.result + 1;
     }
     // A random move, so that a caller that tries again starts elsewhere.
     Tet3* pElsewhere = pStartTet->aOppTet[std::rand() % 4];
@@ -68,9 +67,44 @@ int Dt3::locateConflictTet(const Point3* pVtx, Tet3*& pStartTet) const
     return LOCATE_GAVE_UP;
 }
 
+// Finds the first untested facet, in cyclic order from `first`, that the point is beyond, if there is one.
+Dt3::WalkStep Dt3::lookAround(const Point3* pVtx, const LanePoint& lanePoint, Tet3*& pTet, FacetMask untested,
+                              int first) const
+{
+    const CornerLanes corners(pTet->aVertexPointer, lanePoint);
+    const Lanes volumes = corners.getVolumes();
+    const CertainSides sides = getCertainSides(volumes, corners.getSquaredLengths().getMax());
+    if ((untested & ~(sides.inside | sides.beyond)) != 0)
+        return lookAroundExactly(pVtx, pTet, untested, first);
+    const FacetMask beyond = sides.beyond & untested;
+    if (beyond != 0)
+        return {false, getDistanceToFirst(beyond, first)};
+    checkStrictlyInside(pTet, pVtx);
+    return {true, LOCATED_INSIDE};
+}
+
+Dt3::WalkStep Dt3::lookAroundExactly(const Point3* pVtx, Tet3*& pTet, FacetMask untested, int first) const
+{
+    for (int distance = 0; distance < 4; ++distance) {
+        const int ici = (first + distance) & 3;
+        if ((untested >> ici & 1) == 0)
+            continue;
+        const Orientation3 side = predicates.getOrientation3(pTet, ici, pVtx);
+        if (side == ORIENTATION3_NEGATIVE)
+            return {false, distance};
+        if (side == ORIENTATION3_COPLANAR) {
+            const WalkStep verdict = judgeCoplanar(pVtx, pTet, ici);
+            if (verdict.bEnds)
+                return verdict;
+        }
+    }
+    checkStrictlyInside(pTet, pVtx);
+    return {true, LOCATED_INSIDE};
+}
+
 // The point lies in the plane of facet ici: it may be a corner, lie beyond another facet, in the facet or on
 // an edge.
-Dt3::CoplanarVerdict Dt3::judgeCoplanar(const Point3* pVtx, Tet3*& pTet, int ici) const
+Dt3::WalkStep Dt3::judgeCoplanar(const Point3* pVtx, Tet3*& pTet, int ici) const
 {
     if (pTet->hasVertex(*pVtx))
         return {true, LOCATED_VERTEX};
