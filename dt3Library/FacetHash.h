@@ -71,7 +71,7 @@ public:
 
 private:
     static constexpr std::size_t MIN_SLOTS = 128;
-    static constexpr std::size_t SLOTS_PER_EDGE = 3;
+    static constexpr std::size_t SLOTS_PER_EDGE = 6;
 
     std::size_t findSlot(std::uintptr_t low, std::uintptr_t high) const
     {

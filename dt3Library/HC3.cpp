@@ -5,9 +5,11 @@
 #include <algorithm>
 #include <atomic>
 #include <cstdlib>
+#include <cstring>
 #include <iostream>
 #include <iterator>
 #include <new>
+#include <numeric>
 
 namespace VORN3D
 {
@@ -37,12 +39,37 @@ double takeBatchEnlargement()
     return bFirst.exchange(false, std::memory_order_relaxed) ? FIRST_ENLARGEMENT : LATER_ENLARGEMENT;
 }
 
-// Halves the cell along one axis: returns the half in which the offset d lies and makes d relative to it.
+// Halves the cell along one axis: returns the half in which the offset d lies and makes d relative to it. The
+// halves are equally likely, so the choice is made on the bits, without a branch.
 unsigned takeUpperHalfBit(double& d, double halfExtent)
 {
-    const bool bUpper = d >= halfExtent;
-    d -= bUpper ? halfExtent : 0.0;
-    return bUpper;
+    std::uint64_t bits;
+    std::uint64_t bitsOfExcess;
+    const double excess = d - halfExtent;
+    std::memcpy(&bits, &d, sizeof(d));
+    std::memcpy(&bitsOfExcess, &excess, sizeof(excess));
+    const std::uint64_t lower = bitsOfExcess >> 63;
+    bits = lower != 0 ? bits : bitsOfExcess;
+    std::memcpy(&d, &bits, sizeof(d));
+    return static_cast<unsigned>(lower ^ 1);
+}
+
+// Sorts by the upper half of each number, keeping the order of equal ones: least significant digit first.
+void sortByUpperHalf(std::vector<std::uint64_t>& vNumbers)
+{
+    constexpr unsigned DIGIT_BITS = 11;
+    constexpr std::size_t NUM_DIGITS = std::size_t{1} << DIGIT_BITS;
+    std::vector<std::uint64_t> vSorted(vNumbers.size());
+    for (unsigned shift = 32; shift < 64; shift += DIGIT_BITS) {
+        const auto getDigit = [shift](std::uint64_t number) { return (number >> shift) & (NUM_DIGITS - 1); };
+        std::size_t aEnd[NUM_DIGITS + 1] = {};
+        for (const std::uint64_t number : vNumbers)
+            ++aEnd[getDigit(number) + 1];
+        std::partial_sum(std::begin(aEnd), std::end(aEnd), std::begin(aEnd));
+        for (const std::uint64_t number : vNumbers)
+            vSorted[aEnd[getDigit(number)]++] = number;
+        vNumbers.swap(vSorted);
+    }
 }
 
 } // namespace
@@ -55,7 +82,6 @@ HC3::HC3(int numBitsWanted) : numBits(numBitsWanted)
         std::exit(1);
     }
     vertexPool.init(4, -1);
-    recordPool.init(4, -1);
 }
 
 std::uint32_t HC3::getHilbertIndex(const Point3& q) const
@@ -96,14 +122,15 @@ void HC3::insert(const std::vector<Point3>& vInput, std::vector<Point3*>& vUserH
     vUserHandles.resize(siz, nullptr);
     vNewVertices.reserve(vNewVertices.size() + siz);
 
-    auto hint = sIdxVtx.cend();
-    for (const std::uint64_t keyAndIndex : vHIndexIndexPair) {
-        const auto i = static_cast<std::uint32_t>(keyAndIndex);
-        const auto [position, bNew] = store(hint, static_cast<std::uint32_t>(keyAndIndex >> 32), vInput[i]);
-        vUserHandles[i] = (*position)->pVtx;
+    for (std::size_t k = 0; k < siz; ++k) {
+        // In curve order the input is read all over the place; the next points are on their way meanwhile.
+        __builtin_prefetch(&vInput[static_cast<std::uint32_t>(vHIndexIndexPair[std::min(k + 16, siz - 1)])]);
+        const auto hIndex = static_cast<std::uint32_t>(vHIndexIndexPair[k] >> 32);
+        const auto i = static_cast<std::uint32_t>(vHIndexIndexPair[k]);
+        const auto [position, bNew] = store(hIndex, vInput[i]);
+        vUserHandles[i] = sIdxVtx[position].pVtx;
         if (bNew)
-            vNewVertices.push_back((*position)->pVtx);
-        hint = std::next(position);
+            vNewVertices.push_back(vUserHandles[i]);
     }
 }
 
@@ -111,38 +138,41 @@ std::pair<Point3*, Tet3*> HC3::insert(const Point3* p)
 {
     if (bbox.add(*p))
         growBox(LATER_ENLARGEMENT);
-    const std::uint32_t hIndex = getHilbertIndex(*p);
-    IdxVtx probe{hIndex, nullptr};
-    const auto [position, bNew] = store(sIdxVtx.lower_bound(&probe), hIndex, *p);
-    Point3* pVtx = (*position)->pVtx;
+    const CurveOrder::Position position = store(getHilbertIndex(*p), *p).position;
+    Point3* pVtx = sIdxVtx[position].pVtx;
     if (pVtx->getOneTet() != nullptr || sIdxVtx.size() == 1)
         return {pVtx, pVtx->getOneTet()};
-    const auto neighbor = position == sIdxVtx.begin() ? std::next(position) : std::prev(position);
-    return {pVtx, (*neighbor)->pVtx->getOneTet()};
+    const bool bFirst = position == sIdxVtx.getBegin();
+    const auto neighbor = bFirst ? sIdxVtx.getNext(position) : sIdxVtx.getPrevious(position);
+    return {pVtx, sIdxVtx[neighbor].pVtx->getOneTet()};
 }
 
 Tet3* HC3::findNearbyTet(const Point3& q) const
 {
     if (sIdxVtx.empty())
         return nullptr;
-    IdxVtx probe{getHilbertIndex(q), nullptr};
-    const auto isInMesh = [](const IdxVtx* pRecord) {
-        VORN_ASSERT_TEXT(pRecord->pVtx != nullptr, "pVtx!=0");
-        return pRecord->pVtx->getOneTet() != nullptr;
+    const auto getTetAt = [this](CurveOrder::Position position) {
+        const Point3* pVtx = sIdxVtx[position].pVtx;
+        VORN_ASSERT_TEXT(pVtx != nullptr, "pVtx!=0");
+        return pVtx->getOneTet();
     };
-    const auto start = sIdxVtx.lower_bound(&probe);
-    const auto next = std::find_if(start, sIdxVtx.end(), isInMesh);
-    if (next != sIdxVtx.end())
-        return (*next)->pVtx->getOneTet();
-    const auto previous = std::find_if(std::make_reverse_iterator(start), sIdxVtx.rend(), isInMesh);
-    return previous == sIdxVtx.rend() ? nullptr : (*previous)->pVtx->getOneTet();
+    const CurveOrder::Position start = sIdxVtx.findLowerBound({getHilbertIndex(q), nullptr});
+    for (auto position = start; !(position == sIdxVtx.getEnd()); position = sIdxVtx.getNext(position))
+        if (Tet3* pTet = getTetAt(position))
+            return pTet;
+    for (auto position = start; !(position == sIdxVtx.getBegin());) {
+        position = sIdxVtx.getPrevious(position);
+        if (Tet3* pTet = getTetAt(position))
+            return pTet;
+    }
+    return nullptr;
 }
 
 void HC3::getVertices(std::vector<Point3*>& out) const
 {
     out.reserve(out.size() + sIdxVtx.size());
-    for (const IdxVtx* pRecord : sIdxVtx)
-        out.push_back(pRecord->pVtx);
+    for (const IdxVtx& record : sIdxVtx.getAll())
+        out.push_back(record.pVtx);
 }
 
 void HC3::reindex()
@@ -152,12 +182,11 @@ void HC3::reindex()
     rangeZ = bbox.getRangeZ();
     bValid = true;
 
-    std::vector<IdxVtx*> vRecords(sIdxVtx.begin(), sIdxVtx.end());
-    sIdxVtx.clear();
-    for (IdxVtx* pRecord : vRecords)
-        pRecord->hIndex = getHilbertIndex(*pRecord->pVtx);
-    std::sort(vRecords.begin(), vRecords.end(), Func_ltIdxVtxPtr());
-    sIdxVtx.insert(vRecords.begin(), vRecords.end());
+    std::vector<IdxVtx> vRecords = sIdxVtx.getAll();
+    for (IdxVtx& record : vRecords)
+        record.hIndex = getHilbertIndex(*record.pVtx);
+    std::sort(vRecords.begin(), vRecords.end());
+    sIdxVtx.assign(vRecords);
 }
 
 // One pair a point, key in the upper and input index in the lower half, in ascending order.
@@ -168,7 +197,7 @@ std::vector<std::uint64_t> HC3::getSortedKeyIndexPairs(const std::vector<Point3>
     vPairs.reserve(vInput.size());
     for (const Point3& p : vInput)
         vPairs.push_back(std::uint64_t{getHilbertIndex(p)} << 32 | vPairs.size());
-    std::sort(vPairs.begin(), vPairs.end());
+    sortByUpperHalf(vPairs);
     return vPairs;
 }
 
@@ -178,21 +207,18 @@ void HC3::growBox(double enlargement)
     reindex();
 }
 
-// Puts p into the order, as a new vertex unless there is one with its coordinates; tells which.
-std::pair<HC3::Set::iterator, bool> HC3::store(Set::const_iterator hint, std::uint32_t hIndex,
-                                               const Point3& p)
+// Puts p into the order, as a new vertex unless there is one with its coordinates.
+HC3::Stored HC3::store(std::uint32_t hIndex, const Point3& p)
 {
-    if (pSpareRecord == nullptr) {
-        pSpareRecord = recordPool.newElement();
+    if (pSpareVertex == nullptr)
         pSpareVertex = vertexPool.newElement();
-    }
     new (pSpareVertex) Point3(p);
-    new (pSpareRecord) IdxVtx{hIndex, pSpareVertex};
-    const auto position = sIdxVtx.insert(hint, pSpareRecord);
-    const bool bNew = *position == pSpareRecord;
-    if (bNew)
-        pSpareRecord = nullptr;
-    return {position, bNew};
+    const IdxVtx record{hIndex, pSpareVertex};
+    const CurveOrder::Position position = sIdxVtx.findLowerBound(record);
+    if (!(position == sIdxVtx.getEnd()) && !(record < sIdxVtx[position]))
+        return {position, false};
+    pSpareVertex = nullptr;
+    return {sIdxVtx.insert(position, record), true};
 }
 
 } // namespace VORN3D

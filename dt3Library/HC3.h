@@ -8,39 +8,18 @@
 // Source of the curve as a state machine: C. Hamilton, Compact Hilbert Indices, Dalhousie University 2006.
 #pragma once
 
+#include "CurveOrder.h"
 #include "nalo_tools/SimplePool.h"
 #include "vorn3d/Bbox3.h"
 #include "vorn3d/Point3.h"
 
 #include <cstddef>
 #include <cstdint>
-#include <set>
 #include <utility>
 #include <vector>
 
 namespace VORN3D
 {
-
-/// A vertex with its place on the curve.
-struct IdxVtx
-{
-    std::uint32_t hIndex;
-    Point3* pVtx;
-};
-
-/// Order by key, then by coordinates. A record without a vertex, as made for look-ups, comes first in its
-/// key.
-struct Func_ltIdxVtxPtr
-{
-    bool operator()(const IdxVtx* pA, const IdxVtx* pB) const
-    {
-        if (pA->hIndex != pB->hIndex)
-            return pA->hIndex < pB->hIndex;
-        if (pA->pVtx == nullptr)
-            return true;
-        return pB->pVtx != nullptr && *pA->pVtx < *pB->pVtx;
-    }
-};
 
 class HC3
 {
@@ -76,11 +55,16 @@ public:
     void reindex();
 
 private:
-    using Set = std::set<IdxVtx*, Func_ltIdxVtxPtr>;
+    // A vertex for a position, and whether it was made for it.
+    struct Stored
+    {
+        CurveOrder::Position position;
+        bool bNew;
+    };
 
     std::vector<std::uint64_t> getSortedKeyIndexPairs(const std::vector<Point3>& vInput) const;
     void growBox(double enlargement);
-    std::pair<Set::iterator, bool> store(Set::const_iterator hint, std::uint32_t hIndex, const Point3& p);
+    Stored store(std::uint32_t hIndex, const Point3& p);
 
     Bbox3 bbox;
     int numBits;
@@ -89,10 +73,8 @@ private:
     double rangeZ = -1.0;
     bool bValid = false;
     SimplePool<Point3> vertexPool;
-    SimplePool<IdxVtx> recordPool;
-    Set sIdxVtx;
-    // Taken from the pools but not in use: what the last duplicate gave back.
-    IdxVtx* pSpareRecord = nullptr;
+    CurveOrder sIdxVtx;
+    // Taken from the pool but not in use, as the last point was a duplicate.
     Point3* pSpareVertex = nullptr;
 };
 

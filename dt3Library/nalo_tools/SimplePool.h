@@ -8,6 +8,7 @@
 #pragma once
 
 #include "nalo_tools/assertion.h"
+#include "nalo_tools/blockMemory.h"
 
 #include <algorithm>
 #include <cstddef>
@@ -144,7 +145,7 @@ private:
 
     static T* allocateRecords(std::size_t numRecords)
     {
-        void* pMemory = std::malloc(numRecords * sizeof(T));
+        void* pMemory = allocateBlock(numRecords * sizeof(T));
         if (pMemory == nullptr && numRecords > 0) {
             std::cout << "SimplePool::alloc(..), ERROR: Out of memory, sorry" << std::endl;
             DEBUG_ASSERT_TEXT(false, "false");
