@@ -1,13 +1,19 @@
 #pragma once
 
+#include "Ball3.h"
+#include "Bbox3.h"
 #include "Edge3.h"
 #include "Export.h"
 #include "Facet3.h"
 #include "Iterators.h"
 #include "Point3.h"
+#include "Segment3.h"
 #include "Tet3.h"
+#include "Triangle3.h"
 #include "Vector3.h"
 #include "VornException.h"
+#include "testDataGenerators.h"
+#include "timer.h"
 #include "version.h"
 
 #include <memory>
