@@ -1,0 +1,140 @@
+#pragma once
+// What is too short for a process of its own, timed inside the process by Google Benchmark.
+
+#include "Inputs.h"
+
+#include <benchmark/benchmark.h>
+
+#include <cstdint>
+#include <map>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace bench
+{
+
+constexpr std::size_t NUM_QUERIES = 100'000;
+
+/// The mesh of num uniform points; made once, for all the loops that only read.
+template <class Mesh>
+Mesh& getUniformMesh(std::size_t num)
+{
+    static std::map<std::size_t, std::unique_ptr<Mesh>> meshes;
+    std::unique_ptr<Mesh>& pMesh = meshes[num];
+    if (!pMesh) {
+        pMesh = std::make_unique<Mesh>();
+        typename Mesh::Points points = Mesh::convert(makeInput("uniform", num));
+        pMesh->insert(points);
+    }
+    return *pMesh;
+}
+
+inline std::size_t sizeOf(const benchmark::State& state)
+{
+    return static_cast<std::size_t>(state.range(0));
+}
+
+inline void setItems(benchmark::State& state, std::size_t itemsPerIteration)
+{
+    state.SetItemsProcessed(static_cast<std::int64_t>(itemsPerIteration) * state.iterations());
+}
+
+template <class Mesh>
+void locateAll(benchmark::State& state, const std::vector<Xyz>& vQueries)
+{
+    Mesh& mesh = getUniformMesh<Mesh>(sizeOf(state));
+    const typename Mesh::Points queries = Mesh::convert(vQueries);
+    std::size_t next = 0;
+    for (auto _ : state) {
+        benchmark::DoNotOptimize(mesh.locate(queries[next]));
+        next = next + 1 < queries.size() ? next + 1 : 0;
+    }
+    setItems(state, 1);
+}
+
+template <class Mesh>
+void locateRandom(benchmark::State& state)
+{
+    constexpr std::uint64_t SEED = 2;
+    locateAll<Mesh>(state, makeInput("uniform", NUM_QUERIES, SEED));
+}
+
+template <class Mesh>
+void locateCoherent(benchmark::State& state)
+{
+    locateAll<Mesh>(state, makeCoherentQueries(NUM_QUERIES));
+}
+
+template <class Mesh>
+void insertSingly(benchmark::State& state)
+{
+    typename Mesh::Points points = Mesh::convert(makeInput("uniform", sizeOf(state)));
+    for (auto _ : state) {
+        state.PauseTiming();
+        auto pMesh = std::make_unique<Mesh>();
+        state.ResumeTiming();
+        pMesh->insertSingly(points);
+        state.PauseTiming();
+        pMesh.reset();
+        state.ResumeTiming();
+    }
+    setItems(state, sizeOf(state));
+}
+
+/// Batches of 1,000 further points; the mesh grows a little from one batch to the next.
+template <class Mesh>
+void addThousand(benchmark::State& state)
+{
+    constexpr std::size_t BATCH = 1000;
+    Mesh mesh;
+    typename Mesh::Points points = Mesh::convert(makeInput("uniform", sizeOf(state)));
+    mesh.insert(points);
+    std::uint64_t seed = 2;
+    for (auto _ : state) {
+        state.PauseTiming();
+        typename Mesh::Points batch = Mesh::convert(makeInput("uniform", BATCH, seed++));
+        state.ResumeTiming();
+        mesh.insert(batch);
+    }
+    setItems(state, BATCH);
+}
+
+template <class Mesh>
+void listTetrahedra(benchmark::State& state)
+{
+    Mesh& mesh = getUniformMesh<Mesh>(sizeOf(state));
+    std::size_t numTets = 0;
+    for (auto _ : state)
+        benchmark::DoNotOptimize(numTets = mesh.numTetrahedra());
+    setItems(state, numTets);
+}
+
+using Loop = void (*)(benchmark::State&);
+
+inline benchmark::internal::Benchmark* add(const char* name, Loop loop,
+                                           const std::vector<std::int64_t>& vSizes)
+{
+    auto* pBenchmark = benchmark::RegisterBenchmark(name, loop);
+    for (const std::int64_t size : vSizes)
+        pBenchmark->Arg(size);
+    return pBenchmark;
+}
+
+template <class Mesh>
+int runLoops(int argc, char** argv)
+{
+    const std::vector<std::int64_t> vSizes = {10'000, 100'000, 1'000'000};
+    add("locateRandom", locateRandom<Mesh>, vSizes);
+    add("locateCoherent", locateCoherent<Mesh>, vSizes);
+    add("listTetrahedra", listTetrahedra<Mesh>, vSizes)->Unit(benchmark::kMillisecond);
+    add("insertSingly", insertSingly<Mesh>, {100'000})->Iterations(1)->Unit(benchmark::kMillisecond);
+    add("addThousand", addThousand<Mesh>, {1'000'000})->Iterations(20)->Unit(benchmark::kMillisecond);
+    benchmark::Initialize(&argc, argv);
+    if (benchmark::ReportUnrecognizedArguments(argc, argv))
+        return 2;
+    benchmark::RunSpecifiedBenchmarks();
+    return 0;
+}
+
+} // namespace bench

@@ -1,0 +1,349 @@
+#!/usr/bin/env python3
+"""Runs the benchmark programs and tells how the libraries compare.
+
+Called by scripts/bench, which builds the programs. Every run is a process of its own; within a row the libraries
+take turns. What was measured goes to results.json in the output directory, the tables to tables.md.
+"""
+import argparse
+import fnmatch
+import json
+import os
+import platform
+import statistics
+import subprocess
+import sys
+import time
+from pathlib import Path
+
+OURS, YARDSTICK = "Vorn3D", "CGAL"
+DIAGNOSTIC = "diagnostic"
+
+# The sizes of each input. A family with several shows how the cost grows.
+SIZES = {
+    "uniform": [10_000, 100_000, 1_000_000, 4_000_000, 10_000_000],
+    "clusters": [100_000, 1_000_000],
+    "helix": [100_000, 1_000_000],
+    "snapped": [100_000, 1_000_000],
+    "grid": [97_336, 1_000_000],
+    "sphere": [100_000, 1_000_000],
+    "plane": [50_000, 200_000],
+    "segments": [500, 2_000],
+    "outlier": [100_000, 1_000_000],
+    "farOutlier": [100_000, 1_000_000],
+    "georeferenced": [100_000, 1_000_000],
+    "cylinder": [25_000, 100_000],
+    "cubeSurface": [25_000, 100_000],
+    "planeGrid": [40_000, 160_000],
+    "nearPlane": [25_000, 100_000],
+    "helixCurve": [500, 2_000],
+    "momentCurve": [500, 2_000],
+    "needles": [25_000, 100_000],
+    "duplicates": [100_000, 1_000_000],
+    "flat": [50_000, 200_000],
+    "line": [50_000, 200_000],
+}
+# Growth is relative to the smallest size of a family, but for uniform to one that the caches do not hold.
+GROWTH_BASE = "uniform/100000"
+QUICK_SIZE, QUICK_TIMEOUT = 100_000, 20
+DOCUMENT = Path("docs/performance.md")
+BEGIN_TABLES, END_TABLES = "<!-- tables: begin -->\n", "<!-- tables: end -->\n"
+DIAGNOSTIC_ROWS = [("uniform", 100_000), ("uniform", 1_000_000)]
+LOOP_SECONDS = 0.2
+
+
+def parse_arguments():
+    parser = argparse.ArgumentParser(
+        prog="scripts/bench", description="Builds and runs the benchmarks: Vorn3D beside its peers.")
+    parser.add_argument("--quick", action="store_true",
+                        help=f"rows up to {QUICK_SIZE} points, {QUICK_TIMEOUT} s a run")
+    parser.add_argument("--rows", metavar="PATTERN", action="append",
+                        help="rows to run, such as 'uniform/*' or 'grid/1000000' or 'loops' (repeatable)")
+    parser.add_argument("--libraries", metavar="NAMES",
+                        help=f"comma-separated choice of {OURS},{DIAGNOSTIC},{YARDSTICK},TetGen,Qhull")
+    parser.add_argument("--repetitions", type=int, default=3, metavar="N", help="runs of each row (default 3)")
+    parser.add_argument("--timeout", type=float, default=120, metavar="SECONDS",
+                        help="a run that takes longer is given up, with the larger rows of its input (default 120)")
+    parser.add_argument("--clock", choices=["cpu", "wall"], default="cpu",
+                        help="what the tables show; the JSON has both (default cpu)")
+    parser.add_argument("--list", action="store_true", help="list the rows and stop")
+    parser.add_argument("--tables-only", action="store_true", help="print the tables of the last results again")
+    parser.add_argument("--document", action="store_true", help=f"put tables and plot into {DOCUMENT.parent}/")
+    parser.add_argument("--release", type=Path, default=Path("build/bench-release/benchmarks"), help=argparse.SUPPRESS)
+    parser.add_argument("--diagnostic", type=Path, default=Path("build/bench-diagnostic/benchmarks"),
+                        help=argparse.SUPPRESS)
+    parser.add_argument("--out", type=Path, default=Path("build/bench"), metavar="DIR",
+                        help="where results go (default build/bench)")
+    options = parser.parse_args()
+    if options.quick:
+        options.timeout = min(options.timeout, QUICK_TIMEOUT)
+    return options
+
+
+def select_rows(options):
+    def chosen(family, size):
+        patterns = options.rows or ["*"]
+        return any(fnmatch.fnmatch(f"{family}/{size}", pattern) for pattern in patterns)
+
+    return [(family, size) for family, sizes in SIZES.items() for size in sizes
+            if chosen(family, size) and not (options.quick and size > QUICK_SIZE)]
+
+
+def find_programs(options, kind):
+    """The programs that were built, ours first: {library: path}."""
+    programs = {
+        OURS: options.release / f"{kind}_vorn3d",
+        DIAGNOSTIC: options.diagnostic / f"{kind}_vorn3d",
+        "CGAL": options.release / f"{kind}_cgal",
+        "TetGen": options.release / f"{kind}_tetgen",
+        "Qhull": options.release / f"{kind}_qhull",
+    }
+    wanted = options.libraries.split(",") if options.libraries else list(programs)
+    return {library: path for library, path in programs.items() if library in wanted and path.exists()}
+
+
+def describe_machine():
+    def output_of(*command):
+        return subprocess.run(command, capture_output=True, text=True, check=False).stdout.strip()
+
+    models = [line.split(":")[1].strip() for line in open("/proc/cpuinfo") if line.startswith("model name")]
+    return {
+        "processor": models[0] if models else platform.processor(),
+        "processors": os.cpu_count(),
+        "system": f"{platform.system()} {platform.release()}",
+        "compiler": output_of("c++", "--version").split("\n")[0],
+        "revision": output_of("git", "describe", "--always", "--dirty"),
+        "date": time.strftime("%Y-%m-%d"),
+    }
+
+
+def run_once(program, family, size, timeout):
+    """The program's own report, or {"status": why there is none}."""
+    command = [str(program), family, str(size)]
+    try:
+        done = subprocess.run(command, capture_output=True, text=True, timeout=timeout, check=False)
+    except subprocess.TimeoutExpired:
+        return {"status": f"> {timeout:g}"}
+    if done.returncode != 0:
+        return {"status": "failed", "stderr": done.stderr[-500:]}
+    return {"status": "ok", **json.loads(done.stdout.splitlines()[-1])}
+
+
+def run_rows(options, rows, runs):
+    """Appends to runs. A library that failed or took too long is spared the rest of the family."""
+    programs = find_programs(options, "run")
+    given_up = set()
+    for family, size in rows:
+        for repetition in range(options.repetitions):
+            for library, program in programs.items():
+                if library == DIAGNOSTIC and (family, size) not in DIAGNOSTIC_ROWS or (library, family) in given_up:
+                    continue
+                result = run_once(program, family, size, options.timeout)
+                runs.append({"run": library, "row": f"{family}/{size}", "repetition": repetition,
+                             "load": os.getloadavg()[0], **result})
+                if result["status"] != "ok":
+                    given_up.add((library, family))
+                print(f"{family}/{size} {library}: {result.get('cpuSeconds', result['status'])}", file=sys.stderr)
+
+
+def run_loops(options, entries):
+    """Appends the entries of Google Benchmark's reports, each with the library's name."""
+    programs = find_programs(options, "loops")
+    programs.pop(DIAGNOSTIC, None)
+    report = options.out / "loops.json"
+    for _ in range(options.repetitions):
+        for library, program in programs.items():
+            command = [str(program), f"--benchmark_out={report}", "--benchmark_out_format=json",
+                       f"--benchmark_min_time={LOOP_SECONDS}"]
+            if options.quick:
+                command.append("--benchmark_filter=/10{4,5}(/|$)")
+            print(f"loops {library}", file=sys.stderr)
+            with open(options.out / "loops.log", "w") as log:
+                subprocess.run(command, stdout=log, stderr=log, check=True)
+            entries += [{"run": library, **entry} for entry in json.loads(report.read_text())["benchmarks"]]
+
+
+class Results:
+    """What was measured, summed up: a median for each row and library."""
+
+    def __init__(self, measured, clock):
+        self.measured = measured
+        self.seconds_key = {"cpu": "cpuSeconds", "wall": "seconds"}[clock]
+        self.runs = {}
+        for run in measured["runs"]:
+            self.runs.setdefault(run["row"], {}).setdefault(run["run"], []).append(run)
+
+    def rows(self):
+        return list(self.runs)
+
+    def libraries(self):
+        return list(dict.fromkeys(run["run"] for run in self.measured["runs"] if run["run"] != DIAGNOSTIC))
+
+    def finished(self, row, library):
+        return [run for run in self.runs[row].get(library, []) if run["status"] == "ok"]
+
+    def median(self, row, library, key):
+        finished = self.finished(row, library)
+        return statistics.median(run[key] for run in finished) if finished else None
+
+    def seconds(self, row, library):
+        return self.median(row, library, self.seconds_key)
+
+    def bytes_per_point(self, row, library):
+        added, points = self.median(row, library, "addedKb"), self.median(row, library, "points")
+        return added * 1024 / points if points else None
+
+    def ratio(self, row, library=OURS, to=YARDSTICK):
+        numerator, denominator = self.seconds(row, library), self.seconds(row, to)
+        return numerator / denominator if numerator and denominator else None
+
+    def sizes(self, row):
+        """Points and tetrahedra, by the first library that finished."""
+        for library in self.runs[row]:
+            for run in self.finished(row, library):
+                return run["points"], run["tetrahedra"]
+        return None, None
+
+    def failures(self):
+        """Peers may fail; we may not."""
+        return [f"{run['row']}: {run['run']} {run['status']}" for run in self.measured["runs"]
+                if run["run"] in (OURS, DIAGNOSTIC) and run["status"] != "ok"]
+
+    def disagreements(self):
+        """(faults, remarks): different meshes where there is only one, by exact libraries and by others."""
+        faults, remarks = [], []
+        for row, runs in self.runs.items():
+            counts = {library: (run["tetrahedra"], run["exact"]) for library in runs
+                      for run in self.finished(row, library) if run["unique"]}
+            exact = {count for count, is_exact in counts.values() if is_exact}
+            text = ", ".join(f"{library} {count:,}" for library, (count, _) in counts.items())
+            if len(exact) > 1:
+                faults.append(f"{row}: the libraries disagree on the number of tetrahedra: {text}")
+            elif len({count for count, _ in counts.values()}) > 1:
+                remarks.append(f"{row}: floating point found another mesh: {text}")
+        return faults, remarks
+
+
+def show(value, pattern="{:.3g}"):
+    return "" if value is None else pattern.format(value)
+
+
+def make_table(title, header, lines):
+    rule = ["---"] + ["---:"] * (len(header) - 1)
+    body = ["| " + " | ".join(cells) + " |" for cells in [header, rule, *lines]]
+    return "\n".join([f"### {title}", "", *body, ""]) if lines else ""
+
+
+def time_table(results):
+    def cell(row, library):
+        seconds = results.seconds(row, library)
+        runs = results.runs[row].get(library, [])
+        return show(seconds) if seconds is not None else runs[0]["status"] if runs else ""
+
+    libraries = results.libraries()
+    lines = []
+    for row in results.rows():
+        points, tetrahedra = results.sizes(row)
+        lines.append([row.split("/")[0], show(points, "{:,}"), show(tetrahedra, "{:,}"),
+                      *(cell(row, library) for library in libraries), show(results.ratio(row), "{:.2f}")])
+    return make_table("Insertion, seconds", ["input", "points", "tetrahedra", *libraries, f"{OURS} / {YARDSTICK}"],
+                      lines)
+
+
+def memory_table(results):
+    libraries = results.libraries()
+    lines = [[row.replace("/", " "), *(show(results.bytes_per_point(row, library), "{:.0f}") for library in libraries)]
+             for row in results.rows()]
+    return make_table("Peak memory above the input, bytes per point", ["input", *libraries], lines)
+
+
+def growth_table(results):
+    """Ours only: what a point costs, and what a piece of output costs, as the input grows."""
+    families = {}
+    for row in results.rows():
+        if results.seconds(row, OURS) is not None:
+            families.setdefault(row.split("/")[0], []).append(row)
+    lines = []
+    for family, rows in families.items():
+        per_point, per_item = {}, {}
+        for row in rows:
+            points, tetrahedra = results.sizes(row)
+            per_point[row] = 1e6 * results.seconds(row, OURS) / points
+            per_item[row] = 1e9 * results.seconds(row, OURS) / (points + tetrahedra)
+        base = GROWTH_BASE if GROWTH_BASE in rows else rows[0]
+        if len(rows) > 1:
+            lines += [[family, show(results.sizes(row)[0], "{:,}"), show(per_point[row]), show(per_item[row], "{:.0f}"),
+                       f"{per_point[row] / per_point[base]:.2f}", f"{per_item[row] / per_item[base]:.2f}"]
+                      for row in rows]
+    return make_table(f"Growth, {OURS}", ["input", "points", "us per point", "ns per point or tetrahedron",
+                                          "growth per point", "growth per output"], lines)
+
+
+def diagnostic_table(results):
+    lines = [[row.replace("/", " "), show(results.seconds(row, OURS)), show(results.seconds(row, DIAGNOSTIC)),
+              show(results.ratio(row, DIAGNOSTIC, OURS), "{:.2f}")]
+             for row in results.rows() if results.finished(row, DIAGNOSTIC)]
+    return make_table("Diagnostic build, seconds", ["input", "release", "diagnostic", "ratio"], lines)
+
+
+def loops_table(results, clock):
+    """Nanoseconds for each item: a query, an inserted point, a tetrahedron listed or checked."""
+    nanoseconds = {}
+    scale = {"ns": 1.0, "us": 1e3, "ms": 1e6, "s": 1e9}
+    for entry in results.measured["loops"]:
+        items = entry["items_per_second"] * entry["cpu_time"] * scale[entry["time_unit"]] / 1e9
+        time_of_items = entry[{"cpu": "cpu_time", "wall": "real_time"}[clock]] * scale[entry["time_unit"]]
+        name = "/".join(entry["name"].split("/")[:2])
+        nanoseconds.setdefault(name, {}).setdefault(entry["run"], []).append(time_of_items / items)
+    lines = []
+    for name, libraries in nanoseconds.items():
+        ours, theirs = (statistics.median(libraries[library]) if library in libraries else None
+                        for library in (OURS, YARDSTICK))
+        ratio = ours / theirs if ours and theirs else None
+        lines.append([*name.split("/"), show(ours, "{:.4g}"), show(theirs, "{:.4g}"), show(ratio, "{:.2f}")])
+    return make_table("Loops, nanoseconds per item",
+                      ["loop", "points", OURS, YARDSTICK, f"{OURS} / {YARDSTICK}"], lines)
+
+
+def make_report(results, clock):
+    machine = ", ".join(f"{key} {value}" for key, value in results.measured["machine"].items())
+    loads = [run["load"] for run in results.measured["runs"]] or [0.0]
+    faults, remarks = results.disagreements()
+    faults += results.failures()
+    tables = [time_table(results), memory_table(results), growth_table(results), diagnostic_table(results),
+              loops_table(results, clock)]
+    notes = [f"- {note}" for note in faults + remarks]
+    return "\n".join([f"Medians of {clock} time; {machine}, median load {statistics.median(loads):.1f}.", "", *filter(None, tables), *notes]), faults
+
+
+def put_into_document(report):
+    before, rest = DOCUMENT.read_text().split(BEGIN_TABLES)
+    after = rest.split(END_TABLES)[1]
+    DOCUMENT.write_text(f"{before}{BEGIN_TABLES}\n{report}\n{END_TABLES}{after}")
+
+
+def main():
+    options = parse_arguments()
+    rows = select_rows(options)
+    if options.list:
+        print("\n".join([*(f"{family}/{size}" for family, size in rows), "loops"]))
+        return 0
+    options.out.mkdir(parents=True, exist_ok=True)
+    results_file = options.out / "results.json"
+    if not options.tables_only:
+        measured = {"machine": describe_machine(), "runs": [], "loops": []}
+        try:
+            run_rows(options, rows, measured["runs"])
+            if any(fnmatch.fnmatch("loops", pattern) for pattern in options.rows or ["*"]):
+                run_loops(options, measured["loops"])
+        finally:
+            results_file.write_text(json.dumps(measured, indent=1))
+    report, faults = make_report(Results(json.loads(results_file.read_text()), options.clock), options.clock)
+    (options.out / "tables.md").write_text(report + "\n")
+    print(report)
+    if options.document:
+        put_into_document(report)
+    return 1 if faults else 0
+
+
+if __name__ == "__main__":
+    sys.exit(main())
