@@ -27,6 +27,7 @@
 #include "vorn3d/Tet3.h"
 
 #include <cstddef>
+#include <string>
 #include <vector>
 
 namespace VORN3D
@@ -95,6 +96,12 @@ public:
     /// Appends every stored vertex in curve order.
     void getVertices(std::vector<Point3*>& v) const;
 
+    /// Prints every tetrahedron on standard output.
+    void print(const std::string& name) const;
+
+    /// Writes the mesh as a scene file, with *pVtx highlighted if it is not null.
+    void show(const std::string& filename, const Point3* pVtx) const;
+
 private:
     // A doomed tetrahedron whose neighbours have not been looked at, with the facets that the vertex is
     // certainly on the inner side of.
@@ -160,6 +167,7 @@ private:
     void pushVisibleFacets(Tet3* pTet, const Point3* pVtx);
     void pushCavityFacetsOutside(Tet3* pDoomed, const Point3* pVtx);
 
+    void followLinks(std::vector<Tet3*>& vTet) const;
     Tet3* findLiveTet() const;
 
     SimplePool<Tet3> tetPool;

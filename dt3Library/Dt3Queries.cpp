@@ -1,7 +1,8 @@
-// Reading the mesh back.
+// Reading the mesh back, as lists, as text and as a scene.
 #include "Dt3.h"
 
 #include "TetSet.h"
+#include "Visualizer3.h"
 #include "nalo_tools/assertion.h"
 #include "nalo_tools/log.h"
 
@@ -39,10 +40,6 @@ void flood(Tet3* pStart, const Crosses& crosses, std::vector<Tet3*>& vTets)
 void Dt3::getAllTetrahedra(std::vector<Tet3*>& vTet) const
 {
     VORN_ASSERT_TEXT(vTet.empty(), "vTet.empty()");
-    if (!bFullDimensional) {
-        std::cout << "Dt3::getAllTetrahedra(), oneTet==NULL" << std::endl;
-        return;
-    }
     // The live records are those without the mark. If marks and lists disagree the mesh is damaged, and what
     // hangs together is found by following the links.
     const std::size_t numDead = vDoomedTets.size() + vReusableTets.size();
@@ -52,8 +49,15 @@ void Dt3::getAllTetrahedra(std::vector<Tet3*>& vTet) const
         if (!pTet->hasBeenVisited)
             vTet.push_back(pTet);
     });
-    if (vTet.size() == numLive)
-        return;
+    if (vTet.size() != numLive)
+        followLinks(vTet);
+    if (vTet.empty())
+        std::cout << "Dt3::getAllTetrahedra(), oneTet==NULL" << std::endl;
+}
+
+// Fills vTet with what hangs together with the first live tetrahedron, whatever its marks.
+void Dt3::followLinks(std::vector<Tet3*>& vTet) const
+{
     vTet.clear();
     if (Tet3* pStart = findLiveTet())
         flood(
@@ -85,6 +89,32 @@ Tet3* Dt3::findLiveTet() const
 void Dt3::getVertices(std::vector<Point3*>& v) const
 {
     hc.getVertices(v);
+}
+
+void Dt3::print(const std::string& name) const
+{
+    std::vector<Tet3*> vTets;
+    getAllTetrahedra(vTets);
+    std::cout << "\n\n**** Dt3::print(" << name << "), numTets=" << vTets.size() << "\n";
+    for (const Tet3* pTet : vTets)
+        std::cout << *pTet << "\n\n";
+    std::cout.flush();
+}
+
+void Dt3::show(const std::string& filename, const Point3* pVtx) const
+{
+    std::vector<Tet3*> vTets;
+    getAllTetrahedra(vTets);
+    std::cout << "  Dt3::show(): vTets.size()=" << vTets.size() << std::endl;
+    Visualizer3 scene(filename);
+    for (const Tet3* pTet : vTets) {
+        scene.writeTet(pTet, scene.getNextColor());
+        for (const Point3* pCorner : pTet->aVertexPointer)
+            scene.writePoint(*pCorner, 5, GREEN);
+    }
+    if (pVtx != nullptr)
+        scene.writePoint(*pVtx, 10, RED);
+    scene.close();
 }
 
 } // namespace VORN3D

@@ -54,6 +54,16 @@ void Vorn_3D::getTetsAroundVertex(Point3* pVtx, std::vector<Tet3*>& vTets)
     m_pDt->getTetsAroundVertex(pVtx, vTets);
 }
 
+void Vorn_3D::show(const std::string& filename, Point3* pVtx)
+{
+    m_pDt->show(filename, pVtx);
+}
+
+void Vorn_3D::print(const std::string& name)
+{
+    m_pDt->print(name);
+}
+
 bool Vorn_3D::is3D() const
 {
     return m_pDt->is3D();

@@ -71,6 +71,15 @@ public:
     /// Appends the tetrahedra that have pVtx as a corner, in ascending order of their addresses.
     void getTetsAroundVertex(Point3* pVtx, std::vector<Tet3*>& vTets);
 
+    /// Writes the mesh as a scene for a 3D viewer, a text file in the OOGL format: all tetrahedra in changing
+    /// translucent colours, the vertices as green points, and *pVtx, if not null, as a larger red one. The
+    /// file is about 850 bytes a tetrahedron. If it cannot be opened, the process ends with exit status 1
+    /// after a message.
+    void show(const std::string& filename, Point3* pVtx);
+
+    /// Prints every tetrahedron with its corners and neighbours on standard output, under the label `name`.
+    void print(const std::string& name);
+
     /// True as soon as four inserted points are not coplanar.
     bool is3D() const;
 
