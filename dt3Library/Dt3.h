@@ -102,6 +102,13 @@ public:
     /// Writes the mesh as a scene file, with *pVtx highlighted if it is not null.
     void show(const std::string& filename, const Point3* pVtx) const;
 
+    // --- Dt3Validity.cpp: the checker ---
+
+    /// Looks for the first fault of the mesh; true if there is none. A fault is described on standard output;
+    /// one of shape also goes to a scene file in the working directory. The empty spheres are checked if
+    /// bCheckSphereInc; the second argument has no effect. O(number of tetrahedra).
+    bool checkValidity(const std::string& name, bool bCheckVisited, bool bCheckSphereInc) const;
+
 private:
     // A doomed tetrahedron whose neighbours have not been looked at, with the facets that the vertex is
     // certainly on the inner side of.
@@ -169,6 +176,10 @@ private:
 
     void followLinks(std::vector<Tet3*>& vTet) const;
     Tet3* findLiveTet() const;
+
+    static void checkUnvisited(const Tet3* pTet);
+    bool checkNegativeSide(const Tet3* pTet, int ici, const Point3* pFarVtx, const std::string& name) const;
+    bool checkEmptySphere(const Tet3* pTet, const Point3* pFarVtx) const;
 
     SimplePool<Tet3> tetPool;
     ScratchList<Tet3*> vDoomedTets;

@@ -54,6 +54,11 @@ void Vorn_3D::getTetsAroundVertex(Point3* pVtx, std::vector<Tet3*>& vTets)
     m_pDt->getTetsAroundVertex(pVtx, vTets);
 }
 
+bool Vorn_3D::checkValidity(const std::string& name, bool bPrintInfo)
+{
+    return m_pDt->checkValidity(name, true, bPrintInfo);
+}
+
 void Vorn_3D::show(const std::string& filename, Point3* pVtx)
 {
     m_pDt->show(filename, pVtx);

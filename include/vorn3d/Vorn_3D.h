@@ -71,6 +71,18 @@ public:
     /// Appends the tetrahedra that have pVtx as a corner, in ascending order of their addresses.
     void getTetsAroundVertex(Point3* pVtx, std::vector<Tet3*>& vTets);
 
+    /// Checks the mesh and says whether it is sound; the first fault ends the check. Always checked: links
+    /// between neighbours are mutual, and neighbours lie on different sides of their common facet. With
+    /// bPrintInfo also: no vertex of a neighbour lies strictly inside the circumscribed sphere of a
+    /// tetrahedron, which makes the mesh a Delaunay tetrahedralization. Exact, in time linear in the size of
+    /// the mesh.
+    ///
+    /// What was checked, under the label `name`, and what was found goes to standard output. A fault is also
+    /// drawn: the scene file "00000_negSideBug.list" or "00000_sphereIncBug.list" in the working directory,
+    /// numbered onwards through the process (see show()). A tetrahedron with the kernel's mark throws
+    /// VornException; a link that is not mutual ends the process with exit status 1.
+    bool checkValidity(const std::string& name, bool bPrintInfo);
+
     /// Writes the mesh as a scene for a 3D viewer, a text file in the OOGL format: all tetrahedra in changing
     /// translucent colours, the vertices as green points, and *pVtx, if not null, as a larger red one. The
     /// file is about 850 bytes a tetrahedron. If it cannot be opened, the process ends with exit status 1

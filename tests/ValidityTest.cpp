@@ -1,0 +1,278 @@
+// The validity checker: sound meshes, and meshes with a fault made on purpose.
+#include "OoglReader.h"
+#include "TemporaryDirectory.h"
+#include "outcomes.h"
+#include "vorn3d/Vorn_3D.h"
+#include "vorn3d/testDataGenerators.h"
+
+#include <cmath>
+#include <utility>
+
+namespace VORN3D::tests
+{
+
+namespace
+{
+
+using testing::AllOf;
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+using testing::StartsWith;
+
+using Filenames = std::set<std::string>;
+
+class Validity : public testing::Test
+{
+protected:
+    void insert(std::vector<Point3> vPoints)
+    {
+        m_vHandles.clear();
+        m_vTets.clear();
+        outputOf([&] { m_triangulation.insert(vPoints, m_vHandles); });
+        m_triangulation.getTetrahedra(m_vTets);
+    }
+
+    /// Two tetrahedra with a common facet in the plane z = 0 and apices above and below.
+    void insertTwoTetrahedra()
+    {
+        insert({Point3(0, 0, 0), Point3(4, 0, 0), Point3(0, 4, 0), Point3(0, 0, 4), Point3(1, 1, -3)});
+        ASSERT_EQ(m_vTets.size(), 2u);
+    }
+
+    void insertMany()
+    {
+        std::vector<Point3> vPoints;
+        outputOf([&] { generateRandomPoints(300, 0.0, 1.0, vPoints, 7); });
+        insert(vPoints);
+    }
+
+    Point3& getLowerApex() { return *m_vHandles[4]; }
+
+    /// What the check prints; its answer goes to m_bValid.
+    std::string check(bool bWithSpheres)
+    {
+        return outputOf([&] { m_bValid = m_triangulation.checkValidity("here", bWithSpheres); });
+    }
+
+    /// The first facet with a tetrahedron beyond it, in the order in which the checker goes.
+    std::pair<Tet3*, int> findFirstInnerFacet() const
+    {
+        for (Tet3* pTet : m_vTets)
+            for (int i = 0; i < 4; ++i)
+                if (pTet->getOppTet(i) != nullptr)
+                    return {pTet, i};
+        throw std::logic_error("no inner facet");
+    }
+
+    /// Reverses the orientation; the links stay sound.
+    static void swapCornersAndNeighbors(Tet3* pTet)
+    {
+        Point3* const p0 = pTet->getCorner(0);
+        pTet->setCorner(0, pTet->getCorner(1));
+        pTet->setCorner(1, p0);
+        Tet3* const pOpp0 = pTet->getOppTet(0);
+        pTet->setOppTet(0, pTet->getOppTet(1));
+        pTet->setOppTet(1, pOpp0);
+    }
+
+    static std::string makeHeader(std::size_t numTets, bool bWithSpheres)
+    {
+        const std::string num = std::to_string(numTets);
+        return "\n\n** CheckValidity at [ here]: Number of tetrahedra: " + num +
+               "\n   with --checkvisited\n   " + (bWithSpheres ? "with" : "without") +
+               " --checkSphereInc\n   vTets.size()=" + num + "\n";
+    }
+
+    static std::string makeBanner(const std::string& message)
+    {
+        const std::string row(message.size() + 36, '*');
+        return "\n" + row + "\n" + std::string(18, ' ') + message + "\n" + row + "\n\n";
+    }
+
+    TemporaryDirectory m_directory;
+    Vorn_3D m_triangulation;
+    std::vector<Point3*> m_vHandles;
+    std::vector<Tet3*> m_vTets;
+    bool m_bValid = false;
+};
+
+const std::string SUCCESS = "** CheckValidity at (here) has been finished, seems OK\n\n";
+
+TEST_F(Validity, SoundMeshes)
+{
+    EXPECT_EQ(check(true), "Dt3::getAllTetrahedra(), oneTet==NULL\n" + makeHeader(0, true) + SUCCESS);
+    EXPECT_TRUE(m_bValid);
+
+    // A tetrahedron by itself; then the cube around it, whose eight corners lie on one sphere.
+    const std::vector<Point3> vCorners = {Point3(0, 0, 0), Point3(1, 0, 0), Point3(0, 1, 0), Point3(0, 0, 1)};
+    const std::vector<Point3> vOthers = {Point3(1, 1, 0), Point3(1, 0, 1), Point3(0, 1, 1), Point3(1, 1, 1)};
+    for (const auto& vPoints : {vCorners, vOthers}) {
+        insert(vPoints);
+        EXPECT_EQ(m_vTets.size() == 1, vPoints == vCorners);
+        for (const bool bWithSpheres : {false, true}) {
+            m_bValid = false;
+            EXPECT_EQ(check(bWithSpheres), makeHeader(m_vTets.size(), bWithSpheres) + SUCCESS);
+            EXPECT_TRUE(m_bValid);
+        }
+    }
+    EXPECT_THAT(m_directory.getFilenames(), IsEmpty());
+}
+
+TEST_F(Validity, VertexInsideACircumsphere)
+{
+    insertTwoTetrahedra();
+    getLowerApex().exchange(1, 1, -0.5);
+    check(false);
+    EXPECT_TRUE(m_bValid);
+
+    const std::string output = check(true);
+    EXPECT_FALSE(m_bValid);
+    const auto [pTet, ici] = findFirstInnerFacet();
+    const Point3* pFarVtx = pTet->getOppVtxInOppTet(ici, false);
+    EXPECT_THAT(output, StartsWith(makeHeader(2, true) + makeBanner("checkValidity: ERROR ERROR ERROR") +
+                                   "Dt3::checkValidity, HUH - sphereIncTest failed: \n" + textOf(*pTet) +
+                                   ", Vertex=" + addressOf(pFarVtx) + "=" + textOf(*pFarVtx) + "\n"));
+
+    const Filenames names = m_directory.getFilenames();
+    ASSERT_EQ(names.size(), 1u);
+    EXPECT_THAT(*names.begin(), testing::MatchesRegex("[0-9]{5}_sphereIncBug\\.list"));
+    const auto vObjects = readScene(readFile(*names.begin()));
+    ASSERT_EQ(vObjects.size(), 6u);
+    for (std::size_t i = 0; i < 4; ++i)
+        EXPECT_THAT(vObjects[i].vColors, ElementsAre("1 0 0 0.5"));
+    EXPECT_THAT(vObjects[4].vPoints, ElementsAre(*pFarVtx));
+    EXPECT_THAT(vObjects[4].vColors, ElementsAre("1 1 1 0.5"));
+    EXPECT_EQ(vObjects[4].appearance.at("linewidth"), "8");
+    const SceneObject& sphere = vObjects[5];
+    EXPECT_EQ(sphere.keyword, "SPHERE");
+    for (int i = 0; i < 4; ++i) {
+        const Vector3 radius = *pTet->getCorner(i) - sphere.vPoints[0];
+        EXPECT_NEAR(std::sqrt(dotProduct(radius, radius)), sphere.radius, 1e-4);
+    }
+}
+
+// Its circumscribed sphere is infinite; the scene must still be readable.
+TEST_F(Validity, FlatTetrahedron)
+{
+    insertTwoTetrahedra();
+    const auto [pFlat, ici] = findFirstInnerFacet();
+    bool bSphereFault = false;
+    for (const Point3& p : {Point3(1, 1, 0), Point3(9, 9, 0)}) {
+        pFlat->getCorner(ici)->exchange(p.x(), p.y(), p.z());
+        bSphereFault = bSphereFault || check(true).find("sphereIncTest failed") != std::string::npos;
+        EXPECT_FALSE(m_bValid);
+    }
+    EXPECT_TRUE(bSphereFault);
+    for (const std::string& name : m_directory.getFilenames())
+        for (const SceneObject& object : readScene(readFile(name)))
+            EXPECT_NE(object.keyword, "SPHERE");
+}
+
+TEST_F(Validity, VertexOnTheWrongSideOfAFacet)
+{
+    insertTwoTetrahedra();
+    const auto [pTet, ici] = findFirstInnerFacet();
+    const Point3* pFarVtx = pTet->getOppVtxInOppTet(ici, false);
+    std::size_t numFiles = 0;
+    for (const double z : {0.0, 0.5}) {
+        getLowerApex().exchange(1, 1, z);
+        const std::string output = check(false);
+        EXPECT_FALSE(m_bValid);
+        EXPECT_THAT(output,
+                    StartsWith(makeHeader(2, false) + makeBanner("ERROR: checkValidity at [here]") +
+                               "Dt3::checkValidity, HUH, vertex " + addressOf(pFarVtx) +
+                               " should be on the negative side, tet=\n" + textOf(*pTet) +
+                               "oppIndex=" + std::to_string(ici) + ", Vertex=" + addressOf(pFarVtx) + "=" +
+                               textOf(*pFarVtx) + "\ncheckValidity: " + (z == 0.0 ? "coplanar" : "positive") +
+                               "\n  Dt3::show(): vTets.size()=2\n"));
+
+        const Filenames names = m_directory.getFilenames();
+        ASSERT_EQ(names.size(), ++numFiles);
+        EXPECT_THAT(*names.rbegin(), testing::MatchesRegex("[0-9]{5}_negSideBug\\.list"));
+        const auto vObjects = readScene(readFile(*names.rbegin()));
+        ASSERT_EQ(vObjects.size(), 17u);
+        EXPECT_THAT(vObjects.back().vPoints, ElementsAre(*pFarVtx));
+        EXPECT_EQ(vObjects.back().appearance.at("linewidth"), "10");
+    }
+}
+
+TEST_F(Validity, FlippedTetrahedronIsFoundWhereverItIs)
+{
+    insertMany();
+    for (std::size_t n = 0; n < m_vTets.size(); n += m_vTets.size() / 10) {
+        Tet3* const pTet = m_vTets[n];
+        swapCornersAndNeighbors(pTet);
+        EXPECT_THAT(check(false), HasSubstr("should be on the negative side")) << *pTet;
+        EXPECT_FALSE(m_bValid);
+        swapCornersAndNeighbors(pTet);
+    }
+    EXPECT_THAT(check(true), HasSubstr(SUCCESS));
+}
+
+TEST_F(Validity, BrokenLinkEndsTheProcess)
+{
+    insertMany();
+    const auto [pTet, ici] = findFirstInnerFacet();
+    Tet3* const pNeighbor = pTet->getOppTet(ici);
+    pNeighbor->setOppTet(pNeighbor->getIntraTetIndex(pTet), nullptr);
+    expectExit([&] { m_triangulation.checkValidity("here", false); }, "Tet3::getIntraTetIndex went wrong: ");
+    EXPECT_THAT(m_directory.getFilenames(), IsEmpty());
+}
+
+TEST_F(Validity, MarkedTetrahedronThrows)
+{
+    insertMany();
+    Tet3* const pMarked = m_vTets[m_vTets.size() / 2];
+    pMarked->hasBeenVisited = true;
+    const std::string output =
+        outputOf([&] { EXPECT_THROW(m_triangulation.checkValidity("here", false), VornException); });
+    EXPECT_THAT(
+        output,
+        AllOf(StartsWith(makeHeader(m_vTets.size(), false) +
+                         "\n      Dt3::CheckValidity(), ERROR: pcurrentTet->hasBeenvisited=true\n\n" +
+                         textOf(*pMarked) + "\n\n      Vorn, , ERROR: Condition [ false failed ]\n\n"),
+              HasSubstr("Dt3Validity.cpp:")));
+
+    // A mark does not keep a tetrahedron from being listed, as long as links lead there from one without.
+    std::vector<Tet3*> vTets;
+    m_triangulation.getTetrahedra(vTets);
+    EXPECT_EQ(vTets, m_vTets);
+    for (Tet3* pTet : m_vTets)
+        pTet->hasBeenVisited = true;
+    vTets.clear();
+    EXPECT_EQ(outputOf([&] { m_triangulation.getTetrahedra(vTets); }),
+              "Dt3::getAllTetrahedra(), oneTet==NULL\n");
+    EXPECT_THAT(vTets, IsEmpty());
+
+    for (Tet3* pTet : m_vTets)
+        pTet->hasBeenVisited = false;
+    EXPECT_THAT(check(true), HasSubstr(SUCCESS));
+}
+
+TEST_F(Validity, DumpFilesAreNumberedThroughTheProcess)
+{
+    // A process of its own, in which no fault was found before.
+    GTEST_FLAG_SET(death_test_style, "threadsafe");
+    const auto checkTwice = [this] {
+        insertTwoTetrahedra();
+        getLowerApex().exchange(1, 1, 0.5);
+        check(true);
+        getLowerApex().exchange(1, 1, -0.5);
+        check(true);
+        const Filenames expected = {"00000_negSideBug.list", "00001_sphereIncBug.list"};
+        std::_Exit(m_directory.getFilenames() == expected ? 0 : 1);
+    };
+    EXPECT_EXIT(checkTwice(), testing::ExitedWithCode(0), "");
+}
+
+TEST_F(Validity, ListingNeedsAnEmptyVector)
+{
+    insertTwoTetrahedra();
+    const auto listAgain = [&] { EXPECT_THROW(m_triangulation.getTetrahedra(m_vTets), VornException); };
+    EXPECT_THAT(outputOf(listAgain), HasSubstr("Condition [ vTet.empty() failed ]"));
+}
+
+} // namespace
+
+} // namespace VORN3D::tests
