@@ -6,7 +6,8 @@
 
 #include <cmath>
 
-namespace VORN3D {
+namespace VORN3D
+{
 
 /// One row of a determinant: a point, usually relative to the point that is asked about.
 template <class T>

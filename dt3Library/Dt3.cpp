@@ -19,6 +19,9 @@ namespace
 
 constexpr int HILBERT_BITS = 27;
 
+// So many vertices are inserted from one call of the progress observer to the next.
+constexpr std::size_t OBSERVED_VERTICES = 4096;
+
 bool isFinite(const Point3& p)
 {
     return std::isfinite(p.x()) && std::isfinite(p.y()) && std::isfinite(p.z());
@@ -134,13 +137,24 @@ void Dt3::triangulate(std::vector<Point3*>& vVertices, Tet3* pLastTet)
         return;
     }
     std::vector<Level> vLevels = makeLevels(vVertices);
+    std::size_t numDone = 0;
     for (std::size_t k = 0; k < vLevels.size(); ++k) {
         // Alternating the direction makes the end of one level lie near the start of the next.
         if (k % 2 == 0)
             std::reverse(vLevels[k].begin(), vLevels[k].end());
-        for (Point3*& pVtx : vLevels[k])
+        for (Point3*& pVtx : vLevels[k]) {
+            if (numDone % OBSERVED_VERTICES == 0 && !isToGoOn(numDone, vVertices.size()))
+                return;
             pLastTet = insertVertex(&pVtx, pLastTet);
+            ++numDone;
+        }
     }
+    isToGoOn(numDone, vVertices.size());
+}
+
+bool Dt3::isToGoOn(std::size_t numDone, std::size_t numTotal) const
+{
+    return !progressObserver || progressObserver(numDone, numTotal);
 }
 
 // The first batch that makes the triangulation three-dimensional brings in what earlier calls have stored.

@@ -27,7 +27,10 @@
 #include "vorn3d/Tet3.h"
 
 #include <cstddef>
+#include <cstdint>
+#include <functional>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace VORN3D
@@ -62,6 +65,10 @@ public:
 
     bool is3D() const { return bFullDimensional; }
     void setVerbosity(bool b) { bVerbose = b; }
+
+    /// See Vorn_3D::setProgressObserver().
+    using ProgressObserver = std::function<bool(std::size_t numDone, std::size_t numTotal)>;
+    void setProgressObserver(ProgressObserver observer) { progressObserver = std::move(observer); }
 
     // --- Dt3Location.cpp: the walk ---
 
@@ -144,6 +151,7 @@ private:
         int result;
     };
 
+    bool isToGoOn(std::size_t numDone, std::size_t numTotal) const;
     void startUp(std::vector<Point3*>& vNewVertices);
     std::vector<Point3*> getUntriangulated(const std::vector<Point3*>& vUserHandles) const;
 
@@ -155,18 +163,20 @@ private:
     void checkStrictlyInside(const Tet3* pTet, const Point3* pVtx) const;
 
     Tet3* adoptExistingVertex(Point3** ppVtx, Tet3* pTet) const;
-    Tet3* insertInside(Point3* pVtx, Tet3* pTet);
+    void findCavityInside(const Point3* pVtx, Tet3* pTet);
+    Tet3* fillCavity(Point3* pVtx, bool bInside);
     void startInsertion();
+    void abandonInsertion();
     void doom(Tet3* pTet, FacetMask certainlyInside);
     bool isInConflict(const Tet3* pTet, const Point3* pVtx) const;
     void growFrom(const DoomedTet& doomed, const LanePoint& lanePoint, const Point3* pVtx);
-    Tet3* buildStar(Point3* pVtx, std::size_t first, std::size_t last);
+    void buildStar(Point3* pVtx);
     void linkBeyond(Tet3* pNewTet, const StarFacet& facet);
     std::size_t linkStar();
     Tet3* takeRecord();
     void checkOrientation(const Point3* a, const Point3* b, const Point3* c, const Point3* d) const;
 
-    Tet3* insertOutside(Point3* pVtx, Tet3* pCurTet, int opp3ICI);
+    void findCavityOutside(const Point3* pVtx, Tet3* pCurTet, int opp3ICI);
     void gatherSeenTets(const Point3* pVtx, Tet3* pTet, int ici);
     void addSeenFacet(Tet3* pTet, int ici);
     bool isNewEdge(const Tet3* pTet, const Point3* pSource, const Point3* pTarget);
@@ -191,12 +201,14 @@ private:
     AffineBasis spannedFlat;
     Vorn_3D* pFacade;
     bool bVerbose = false;
+    ProgressObserver progressObserver;
     std::size_t numMeshVertices = 0;
 
     // Scratch of the current insertion, kept to save its memory.
     std::size_t numLeftOverTets = 0;
     ScratchList<DoomedTet> vStack;
     ScratchList<StarFacet> vStar;
+    std::size_t numVisibleFacets = 0;
     ScratchList<NewTet> vNewTets;
     std::vector<Tet3*> vSeenTets;
     std::vector<Edge3> vHullEdges;

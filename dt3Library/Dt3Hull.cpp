@@ -17,27 +17,18 @@
 namespace VORN3D
 {
 
-Tet3* Dt3::insertOutside(Point3* pVtx, Tet3* pCurTet, int opp3ICI)
+void Dt3::findCavityOutside(const Point3* pVtx, Tet3* pCurTet, int opp3ICI)
 {
     VORN_ASSERT_TEXT(pCurTet != nullptr, "pCurTet!=0");
     VORN_ASSERT_TEXT(opp3ICI > -1, "opp3ICI>-1");
-    startInsertion();
     gatherSeenTets(pVtx, pCurTet, opp3ICI);
     growConflictRegionOutside(pVtx);
     for (Tet3* pTet : vSeenTets)
         if (!pTet->hasBeenVisited)
             pushVisibleFacets(pTet, pVtx);
-    const std::size_t numVisible = vStar.size();
+    numVisibleFacets = vStar.size();
     for (std::size_t i = numLeftOverTets; i < vDoomedTets.size(); ++i)
         pushCavityFacetsOutside(vDoomedTets[i], pVtx);
-
-    facetHash.start(2 * vStar.size());
-    Tet3* pLastOnVisible = buildStar(pVtx, 0, numVisible);
-    Tet3* pLastInCavity = buildStar(pVtx, numVisible, vStar.size());
-    linkStar();
-    Tet3* pNewTet = numVisible > 0 ? pLastOnVisible : pLastInCavity;
-    VORN_ASSERT_TEXT(pNewTet != nullptr, "pNewTet1!=0");
-    return pNewTet;
 }
 
 // Fills vSeenTets with the tetrahedra of the hull facets that the vertex sees, each once, starting with pTet,
@@ -45,7 +36,6 @@ Tet3* Dt3::insertOutside(Point3* pVtx, Tet3* pCurTet, int opp3ICI)
 // that are seen.
 void Dt3::gatherSeenTets(const Point3* pVtx, Tet3* pTet, int ici)
 {
-    vSeenTets.clear();
     vHullEdges.clear();
     horizonEdges.start(0);
     numHorizonEdges = 0;

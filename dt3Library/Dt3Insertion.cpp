@@ -23,10 +23,20 @@ Tet3* Dt3::insertVertex(Point3** ppVtx, Tet3* pStartTet)
     if (locateResult == LOCATED_VERTEX)
         return adoptExistingVertex(ppVtx, pCurTet);
 
-    Tet3* pRet = locateResult == LOCATED_INSIDE ? insertInside(*ppVtx, pCurTet)
-                                                : insertOutside(*ppVtx, pCurTet, locateResult);
-    VORN_ASSERT_TEXT(pRet != nullptr, "pRet!=0");
-    VORN_ASSERT_TEXT(!pRet->hasBeenVisited, "!pRet->hasBeenVisited");
+    const bool bInside = locateResult == LOCATED_INSIDE;
+    startInsertion();
+    try {
+        if (bInside)
+            findCavityInside(*ppVtx, pCurTet);
+        else
+            findCavityOutside(*ppVtx, pCurTet, locateResult);
+        facetHash.start(2 * vStar.size());
+        vNewTets.reserve(vStar.size());
+    } catch (...) {
+        abandonInsertion();
+        throw;
+    }
+    Tet3* pRet = fillCavity(*ppVtx, bInside);
     ++numMeshVertices;
     return pRet;
 }
@@ -42,22 +52,26 @@ Tet3* Dt3::adoptExistingVertex(Point3** ppVtx, Tet3* pTet) const
     return nullptr;
 }
 
-Tet3* Dt3::insertInside(Point3* pVtx, Tet3* pTet)
+void Dt3::findCavityInside(const Point3* pVtx, Tet3* pTet)
 {
     const LanePoint lanePoint(*pVtx);
-    startInsertion();
     doom(pTet, 0);
     while (!vStack.empty())
         growFrom(vStack.takeLast(), lanePoint, pVtx);
+}
 
-    facetHash.start(3 * vStar.size() / 2);
-    Tet3* pLast = buildStar(pVtx, 0, vStar.size());
+// Returns the last tetrahedron built on a hull facet that the vertex sees, else the last one built in the
+// cavity.
+Tet3* Dt3::fillCavity(Point3* pVtx, bool bInside)
+{
+    buildStar(pVtx);
     const std::size_t numStoredTCS = linkStar();
-    if (numStoredTCS != 0) {
+    if (bInside && numStoredTCS != 0) {
         std::cout << "numStoredTCS after insertVertex: " << numStoredTCS << std::endl;
         VORN_ASSERT_TEXT(numStoredTCS == 0, "numStoredTCS==0");
     }
-    return pLast;
+    VORN_ASSERT_TEXT(!vNewTets.empty(), "pNewTet1!=0");
+    return vNewTets[(numVisibleFacets > 0 ? numVisibleFacets : vNewTets.size()) - 1].pTet;
 }
 
 // The tetrahedra that died in the insertion before become reusable. What was reusable and not needed stays in
@@ -68,6 +82,18 @@ void Dt3::startInsertion()
     numLeftOverTets = vDoomedTets.size();
     vStack.clear();
     vStar.clear();
+    vNewTets.clear();
+    vSeenTets.clear();
+    numVisibleFacets = 0;
+}
+
+// Takes back what an insertion has marked before it changed a link.
+void Dt3::abandonInsertion()
+{
+    for (Tet3* pTet : vSeenTets)
+        pTet->hasBeenVisited = false;
+    while (vDoomedTets.size() > numLeftOverTets)
+        vDoomedTets.takeLast()->hasBeenVisited = false;
 }
 
 void Dt3::doom(Tet3* pTet, FacetMask certainlyInside)
@@ -123,29 +149,25 @@ void Dt3::growFrom(const DoomedTet& doomed, const LanePoint& lanePoint, const Po
     }
 }
 
-// Joins the vertex to the star facets [first, last), in their order. Returns the last new tetrahedron, null
-// if there is none.
-Tet3* Dt3::buildStar(Point3* pVtx, std::size_t first, std::size_t last)
+// Joins the vertex to the star facets, in their order.
+void Dt3::buildStar(Point3* pVtx)
 {
-    ScratchList<NewTet>::Appender newTets(vNewTets, last - first);
-    std::int32_t label = takeRunningLabels(static_cast<std::uint32_t>(last - first));
-    Tet3* pNewTet = nullptr;
-    for (std::size_t k = first; k < last; ++k) {
-        const StarFacet& facet = vStar[k];
+    ScratchList<NewTet>::Appender newTets(vNewTets, vStar.size());
+    std::int32_t label = takeRunningLabels(static_cast<std::uint32_t>(vStar.size()));
+    for (const StarFacet& facet : vStar) {
         const int(&aCorner)[3] = facet.bFromOutside ? INWARD_FACET[facet.ici] : OUTWARD_FACET[facet.ici];
         Point3* a = facet.pTet->aVertexPointer[aCorner[0]];
         Point3* b = facet.pTet->aVertexPointer[aCorner[1]];
         Point3* c = facet.pTet->aVertexPointer[aCorner[2]];
         if (!facet.bOrientationCertain)
             checkOrientation(pVtx, a, b, c);
-        pNewTet = takeRecord();
+        Tet3* pNewTet = takeRecord();
         pNewTet->fill(label++, pVtx, a, b, c);
         linkBeyond(pNewTet, facet);
         newTets.append({pNewTet,
                         {facetHash.matchFacet(pNewTet, b, c), facetHash.matchFacet(pNewTet, c, a),
                          facetHash.matchFacet(pNewTet, a, b)}});
     }
-    return pNewTet;
 }
 
 void Dt3::linkBeyond(Tet3* pNewTet, const StarFacet& facet)
@@ -168,7 +190,6 @@ std::size_t Dt3::linkStar()
             newTet.pTet->aOppTet[i + 1] = pPartner;
             numAlone += pPartner == nullptr;
         }
-    vNewTets.clear();
     return numAlone;
 }
 

@@ -5,9 +5,11 @@
 
 #include <cmath>
 
-namespace VORN3D {
+namespace VORN3D
+{
 
-namespace {
+namespace
+{
 
 using Exact = Expansion<1>;
 

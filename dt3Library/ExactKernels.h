@@ -7,7 +7,8 @@
 #include "ExactSign.h"
 #include "NaloTest3.h"
 
-namespace VORN3D {
+namespace VORN3D
+{
 
 /// The difference of two points: rounded, and the rounding errors.
 struct SplitDifference

@@ -10,9 +10,11 @@
 #include <cstdint>
 #include <cstring>
 
-namespace VORN3D {
+namespace VORN3D
+{
 
-namespace {
+namespace
+{
 
 /// The power of two in a normal number: 2^k <= |x| < 2^(k+1).
 double getPowerOfTwo(double x)

@@ -4,7 +4,8 @@
 
 #include <array>
 
-namespace VORN3D {
+namespace VORN3D
+{
 
 /// The coordinates of the points of a determinant; the last point is the origin of its rows.
 using OrientationPoints = std::array<const double*, 4>;

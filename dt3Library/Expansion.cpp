@@ -1,8 +1,10 @@
 #include "Expansion.h"
 
-namespace VORN3D {
+namespace VORN3D
+{
 
-namespace {
+namespace
+{
 
 /// Writes components one behind the other and leaves zeros out.
 class ComponentWriter

@@ -21,7 +21,8 @@
 #error "exact arithmetic needs every operation rounded to double: no extended-precision intermediates"
 #endif
 
-namespace VORN3D {
+namespace VORN3D
+{
 
 /// Splits a double into two halves of at most 26 bits each.
 inline constexpr double dekkerSplitter = 134217729.0; // 2^27 + 1

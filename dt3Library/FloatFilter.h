@@ -27,7 +27,8 @@
 #include <cfloat>
 #include <cmath>
 
-namespace VORN3D {
+namespace VORN3D
+{
 
 /// A determinant as computed, and how far it can be from the exact one.
 struct FilterResult
@@ -45,7 +46,8 @@ struct FilterResult
     }
 };
 
-namespace filterConstants {
+namespace filterConstants
+{
 inline constexpr double orientation = 43.0 * 0x1p-53;
 inline constexpr double sphere = 385.0 * 0x1p-53;
 inline constexpr double tiny = 0x1p-1020;

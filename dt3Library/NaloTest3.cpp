@@ -6,7 +6,8 @@
 #include <cstdlib>
 #include <iostream>
 
-namespace VORN3D {
+namespace VORN3D
+{
 
 std::string getOrientationText(Orientation3 orientation)
 {
@@ -56,7 +57,8 @@ void NaloTest3::exactinit()
     isperrboundC = (71.0 + 1408.0 * e) * e * e;
 }
 
-namespace {
+namespace
+{
 
 /// The orientation that a sign of the determinant stands for.
 Orientation3 getOrientation(Sign sign)

@@ -24,7 +24,8 @@
 
 #include <string>
 
-namespace VORN3D {
+namespace VORN3D
+{
 
 /// Side of a point on an oriented plane. The numeric values are part of the design.
 enum Orientation3 : int { ORIENTATION3_POSITIVE = 0, ORIENTATION3_NEGATIVE = 1, ORIENTATION3_COPLANAR = 2 };

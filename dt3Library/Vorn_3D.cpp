@@ -3,6 +3,7 @@
 #include "Dt3.h"
 
 #include <cmath>
+#include <utility>
 
 namespace VORN3D
 {
@@ -25,6 +26,11 @@ void Vorn_3D::insert(std::vector<Point3>& vInputPoints)
 void Vorn_3D::insert(std::vector<Point3>& vInputPoints, std::vector<Point3*>& vUserHandles)
 {
     m_pDt->insert(vInputPoints, vUserHandles);
+}
+
+void Vorn_3D::setProgressObserver(ProgressObserver observer)
+{
+    m_pDt->setProgressObserver(std::move(observer));
 }
 
 Tet3* Vorn_3D::locate(const Point3& p)

@@ -8,7 +8,8 @@
 #include <cstddef>
 #include <cstdint>
 
-namespace VORN3D {
+namespace VORN3D
+{
 
 __extension__ typedef unsigned __int128 DoubleWord;
 

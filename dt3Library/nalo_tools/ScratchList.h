@@ -29,7 +29,7 @@ public:
         /// For up to `maxNum` elements; the list must not be used otherwise meanwhile.
         Appender(ScratchList& list, std::size_t maxNum) : m_list(list)
         {
-            list.reserveFor(maxNum);
+            list.reserve(list.size() + maxNum);
             m_pEnd = list.end();
         }
         Appender(const Appender&) = delete;
@@ -52,8 +52,15 @@ public:
 
     void append(const T& element)
     {
-        reserveFor(1);
+        reserve(m_size + 1);
         m_apElement[m_size++] = element;
+    }
+
+    /// Makes room for `capacity` elements in all.
+    void reserve(std::size_t capacity)
+    {
+        if (capacity > m_capacity)
+            grow(capacity);
     }
 
     T takeLast() { return m_apElement[--m_size]; }
@@ -74,12 +81,6 @@ public:
     }
 
 private:
-    void reserveFor(std::size_t num)
-    {
-        if (m_size + num > m_capacity)
-            grow(m_size + num);
-    }
-
     void grow(std::size_t needed)
     {
         m_capacity = std::max(needed, 2 * m_capacity);

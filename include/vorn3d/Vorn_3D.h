@@ -16,6 +16,8 @@
 #include "timer.h"
 #include "version.h"
 
+#include <cstddef>
+#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
@@ -55,6 +57,19 @@ public:
     /// The same, and fills vUserHandles (which should be empty) with one vertex for each input point, in
     /// input order. Equal points share a vertex; it carries the custom index of the first of them.
     void insert(std::vector<Point3>& vInputPoints, std::vector<Point3*>& vUserHandles);
+
+    /// Called from time to time while a batch is inserted, with the number of vertices brought into the mesh
+    /// so far and the number of all that are to come; at the end both are equal. Returns whether to go on.
+    using ProgressObserver = std::function<bool(std::size_t numDone, std::size_t numTotal)>;
+
+    /// Sets the observer of later batch insertions; an empty function removes it. It is called every 4096
+    /// vertices, on the thread that inserts, and must not use the triangulation.
+    ///
+    /// If it answers false, or throws, the insertion ends at once. The triangulation is then valid and holds
+    /// the vertices brought in so far, a sample spread evenly over the points of the batch; all other points
+    /// of the batch are stored as vertices without a tetrahedron (`getOneTet()` is null), and the handles are
+    /// filled. Inserting the same points again, in a batch or singly, completes it.
+    void setProgressObserver(ProgressObserver observer);
 
     /// A tetrahedron that contains p: in its interior, on a facet or edge inside the hull, or as a corner.
     /// Null if p is outside the convex hull or on its boundary without being a vertex, is not finite, or if
