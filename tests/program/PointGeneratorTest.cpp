@@ -36,7 +36,7 @@ double getShare(const std::vector<Coordinates>& vPoints, Predicate predicate)
     return static_cast<double>(count) / static_cast<double>(vPoints.size());
 }
 
-TEST(PointGenerator, fillsTheShapes)
+TEST(PointGenerator, FillsTheShapes)
 {
     constexpr double tolerance = 0.02;
     const auto vCube = generate("cube", num);
@@ -56,7 +56,7 @@ TEST(PointGenerator, fillsTheShapes)
     EXPECT_EQ(getShare(vSphere, [](const auto& p) { return std::abs(getLength(p) - 1.0) < 1e-15; }), 1.0);
 }
 
-TEST(PointGenerator, gridHoldsEachPointOfItsCubeOnce)
+TEST(PointGenerator, GridHoldsEachPointOfItsCubeOnce)
 {
     const auto vPoints = generate("grid", 27);
     EXPECT_EQ(std::set<Coordinates>(vPoints.begin(), vPoints.end()).size(), 27u);
@@ -65,7 +65,7 @@ TEST(PointGenerator, gridHoldsEachPointOfItsCubeOnce)
     EXPECT_EQ(generate("grid", 28).back(), (Coordinates{3, 2, 1}));
 }
 
-TEST(PointGenerator, dependsOnTheSeedAlone)
+TEST(PointGenerator, DependsOnTheSeedAlone)
 {
     for (const std::string& shape : PointGenerator::getShapeNames()) {
         SCOPED_TRACE(shape);
@@ -74,7 +74,7 @@ TEST(PointGenerator, dependsOnTheSeedAlone)
     }
 }
 
-TEST(PointGenerator, takesTheGeneratorThatTheLanguageFixes)
+TEST(PointGenerator, TakesTheGeneratorThatTheLanguageFixes)
 {
     // The standard states the 10000th number for the seed 5489; here it is the first coordinate of point
     // 3334.

@@ -50,7 +50,7 @@ std::string encode(const std::vector<Coordinates>& vPoints)
     return bytes;
 }
 
-TEST(ReadPoints, takesEveryCommonForm)
+TEST(ReadPoints, TakesEveryCommonForm)
 {
     const std::vector<NamedFile> vFiles{
         {"blanks.xyz", "1 2 3\n  4.5   -5 6e-7  \n"},
@@ -84,7 +84,7 @@ TEST(ReadPoints, takesEveryCommonForm)
     }
 }
 
-TEST(ReadPoints, namesPlaceAndReasonOfAnError)
+TEST(ReadPoints, NamesPlaceAndReasonOfAnError)
 {
     const double nan = std::numeric_limits<double>::quiet_NaN();
     const std::vector<std::pair<NamedFile, std::string>> vCases{
@@ -126,7 +126,7 @@ TEST(ReadPoints, namesPlaceAndReasonOfAnError)
         EXPECT_EQ(getError(file), message);
 }
 
-TEST(ReadPoints, refusesUnknownFormatsBeforeOpening)
+TEST(ReadPoints, RefusesUnknownFormatsBeforeOpening)
 {
     EXPECT_THROW(readPoints("/nonexistent/cloud.las", ""), InputError);
     const TemporaryDirectory directory;
@@ -135,7 +135,7 @@ TEST(ReadPoints, refusesUnknownFormatsBeforeOpening)
     EXPECT_THROW(readPoints(path, ""), InputError);
 }
 
-TEST(ReadPoints, readsTheNearestDouble)
+TEST(ReadPoints, ReadsTheNearestDouble)
 {
     // Ties, neighbours of ties, the ends of the range of double, and of its subnormal part.
     const std::vector<std::pair<std::string, double>> vNumbers{
@@ -157,7 +157,7 @@ TEST(ReadPoints, readsTheNearestDouble)
     }
 }
 
-TEST(ReadPoints, joinsLinesAcrossBlocks)
+TEST(ReadPoints, JoinsLinesAcrossBlocks)
 {
     // Several blocks' worth of lines, so that block ends fall on every part of a line.
     constexpr std::size_t num = 300000;
