@@ -22,7 +22,6 @@
 #include "NaloTest3.h"
 #include "nalo_tools/ScratchList.h"
 #include "nalo_tools/SimplePool.h"
-#include "vorn3d/Edge3.h"
 #include "vorn3d/Point3.h"
 #include "vorn3d/Tet3.h"
 
@@ -143,6 +142,14 @@ private:
         std::size_t aSlot[3];
     };
 
+    // An edge of the hull, from its two facets: opp3 and opp2 are the corners of pTet not on the edge.
+    struct HullEdge
+    {
+        Tet3* pTet;
+        int opp3;
+        int opp2;
+    };
+
     // What a look at one tetrahedron means for the walk: it ends with a result of locateConflictTet(), or
     // goes on across the facet `result` places after the first one looked at.
     struct WalkStep
@@ -178,6 +185,7 @@ private:
 
     void findCavityOutside(const Point3* pVtx, Tet3* pCurTet, int opp3ICI);
     void gatherSeenTets(const Point3* pVtx, Tet3* pTet, int ici);
+    static HullEdge turnToHull(HullEdge edge);
     void addSeenFacet(Tet3* pTet, int ici);
     bool isNewEdge(const Tet3* pTet, const Point3* pSource, const Point3* pTarget);
     void growConflictRegionOutside(const Point3* pVtx);
@@ -211,7 +219,7 @@ private:
     std::size_t numVisibleFacets = 0;
     ScratchList<NewTet> vNewTets;
     std::vector<Tet3*> vSeenTets;
-    std::vector<Edge3> vHullEdges;
+    ScratchList<HullEdge> vHullEdges;
     FacetHash horizonEdges;
     std::size_t numHorizonEdges = 0;
 };

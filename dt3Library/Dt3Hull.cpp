@@ -12,7 +12,6 @@
 
 #include "indexTables.h"
 #include "nalo_tools/assertion.h"
-#include "vorn3d/Iterators.h"
 
 namespace VORN3D
 {
@@ -41,15 +40,24 @@ void Dt3::gatherSeenTets(const Point3* pVtx, Tet3* pTet, int ici)
     numHorizonEdges = 0;
     addSeenFacet(pTet, ici);
     while (!vHullEdges.empty()) {
-        TetAroundEdgeIterator it(vHullEdges.back());
-        vHullEdges.pop_back();
-        while (!it.nextIsNull())
-            ++it;
-        if (predicates.getOrientation3(*it, it.getOpp2Index(), pVtx) == ORIENTATION3_NEGATIVE)
-            addSeenFacet(*it, it.getOpp2Index());
+        const HullEdge beyond = turnToHull(vHullEdges.takeLast());
+        if (predicates.getOrientation3(beyond.pTet, beyond.opp2, pVtx) == ORIENTATION3_NEGATIVE)
+            addSeenFacet(beyond.pTet, beyond.opp2);
     }
     for (Tet3* pSeen : vSeenTets)
         pSeen->hasBeenVisited = false;
+}
+
+// Turns around a hull edge from the hull facet opp3 to the other one, which is then opp2. Each step crosses the
+// facet opposite opp2; the corner that was opp3 is in the next tetrahedron too, and the next to be left.
+Dt3::HullEdge Dt3::turnToHull(HullEdge edge)
+{
+    while (Tet3* pNext = edge.pTet->aOppTet[edge.opp2]) {
+        const int entered = pNext->getIndexOfNeighbor(edge.pTet);
+        const int left = pNext->getIntraTetIndex(edge.pTet->aVertexPointer[edge.opp3]);
+        edge = {pNext, entered, left};
+    }
+    return edge;
 }
 
 // While tetrahedra are gathered, the visited mark tells which are.
@@ -62,7 +70,7 @@ void Dt3::addSeenFacet(Tet3* pTet, int ici)
     for (int j = 0; j < 4; ++j)
         if (j != ici && isNewEdge(pTet, pTet->aVertexPointer[EDGE_SOURCE[ici][j]],
                                   pTet->aVertexPointer[EDGE_TARGET[ici][j]]))
-            vHullEdges.emplace_back(pTet, ici, j);
+            vHullEdges.append({pTet, ici, j});
 }
 
 bool Dt3::isNewEdge(const Tet3* pTet, const Point3* pSource, const Point3* pTarget)
