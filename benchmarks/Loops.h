@@ -110,6 +110,16 @@ void listTetrahedra(benchmark::State& state)
     setItems(state, numTets);
 }
 
+template <class Mesh>
+void checkMesh(benchmark::State& state)
+{
+    Mesh& mesh = getUniformMesh<Mesh>(sizeOf(state));
+    for (auto _ : state)
+        if (!mesh.check())
+            state.SkipWithError("the mesh is not valid");
+    setItems(state, mesh.numTetrahedra());
+}
+
 using Loop = void (*)(benchmark::State&);
 
 inline benchmark::internal::Benchmark* add(const char* name, Loop loop,
@@ -128,6 +138,7 @@ int runLoops(int argc, char** argv)
     add("locateRandom", locateRandom<Mesh>, vSizes);
     add("locateCoherent", locateCoherent<Mesh>, vSizes);
     add("listTetrahedra", listTetrahedra<Mesh>, vSizes)->Unit(benchmark::kMillisecond);
+    add("checkMesh", checkMesh<Mesh>, vSizes)->Unit(benchmark::kMillisecond);
     add("insertSingly", insertSingly<Mesh>, {100'000})->Iterations(1)->Unit(benchmark::kMillisecond);
     add("addThousand", addThousand<Mesh>, {1'000'000})->Iterations(20)->Unit(benchmark::kMillisecond);
     benchmark::Initialize(&argc, argv);

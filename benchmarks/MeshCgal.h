@@ -56,6 +56,8 @@ public:
         return vCells.size();
     }
 
+    bool check() const { return m_dt.is_valid(); }
+
 private:
     Triangulation m_dt;
     Triangulation::Cell_handle m_hint;

@@ -56,6 +56,13 @@ public:
         return vTets.size();
     }
 
+    /// Links, sides of facets and empty spheres.
+    bool check()
+    {
+        const QuietOutput quiet;
+        return m_dt.checkValidity("benchmark", true);
+    }
+
 private:
     // The library reports each batch on standard output, which belongs to the benchmark's own report;
     // only what it says of a failure is wanted.
