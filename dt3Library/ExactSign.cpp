@@ -1,6 +1,7 @@
 #include "ExactSign.h"
 
 #include "Determinants.h"
+#include "Expansion.h"
 #include "WideInteger.h"
 
 #include <algorithm>
@@ -91,6 +92,68 @@ std::array<Row<Magnitude>, N> getMagnitudes(const std::array<Row<double>, N>& ro
     for (std::size_t i = 0; i < N; ++i)
         magnitudes[i] = getMagnitudes(rows[i]);
     return magnitudes;
+}
+
+/// The differences of the points against the last one, as multiples of a common power of two.
+template <std::size_t N>
+struct IntegerRows
+{
+    std::array<std::int64_t, 3 * (N - 1)> aDifference;
+
+    /// False if there is no power of two of which all differences are multiples below 2^62.
+    bool load(const std::array<const double*, N>& points);
+
+    template <int Bits>
+    std::array<Row<WideInteger<Bits>>, N - 1> getRows(int shift) const
+    {
+        using Integer = WideInteger<Bits>;
+        std::array<Row<Integer>, N - 1> rows;
+        for (std::size_t i = 0; i + 1 < N; ++i)
+            rows[i] = {Integer(aDifference[3 * i] >> shift), Integer(aDifference[3 * i + 1] >> shift),
+                       Integer(aDifference[3 * i + 2] >> shift)};
+        return rows;
+    }
+};
+
+template <std::size_t N>
+bool IntegerRows<N>::load(const std::array<const double*, N>& points)
+{
+    constexpr std::size_t numValues = 3 * (N - 1);
+    std::array<HeadTail, numValues> aValue;
+    double extent = 0.0;
+    for (std::size_t i = 0; i < numValues; ++i) {
+        aValue[i] = twoDiff(points[i / 3][i % 3], points[N - 1][i % 3]);
+        extent = std::max(extent, std::fabs(aValue[i].head));
+    }
+    if (!(extent >= 0x1p-900 && extent <= 0x1p900))
+        return false;
+    // The finest unit for which the largest difference stays below 2^62.
+    const double unit = getPowerOfTwo(extent) * 0x1p-61;
+    const double scale = 1.0 / unit;
+    bool bMultiples = true;
+    const auto getMultiple = [&](double x) {
+        const std::int64_t multiple = static_cast<std::int64_t>(x * scale);
+        bMultiples &= static_cast<double>(multiple) * unit == x;
+        return multiple;
+    };
+    for (std::size_t i = 0; i < numValues; ++i)
+        aDifference[i] = getMultiple(aValue[i].head) + getMultiple(aValue[i].tail);
+    return bMultiples;
+}
+
+template <std::size_t N>
+Sign evaluateInWords(const std::array<const double*, N>& points)
+{
+    IntegerRows<N> integers;
+    if (!integers.load(points))
+        return Sign::undecided;
+    std::uint64_t digits = 0;
+    for (std::int64_t difference : integers.aDifference)
+        digits |= static_cast<std::uint64_t>(difference);
+    const int numZeros = __builtin_ctzll(digits);
+    const int sign = numZeros >= 32 ? evaluate(integers.template getRows<30>(numZeros)).getSign()
+                                    : evaluate(integers.template getRows<62>(0)).getSign();
+    return static_cast<Sign>(sign);
 }
 
 /// mantissa * 2^exponent, the mantissa odd unless it is zero.
@@ -210,14 +273,14 @@ PermanentFilter evaluateWithPermanent(const SpherePoints& points)
     return {evaluate(rows), evaluate(getMagnitudes(rows)).value};
 }
 
-Sign getSignByIntegers(const OrientationPoints&)
+Sign getSignByIntegers(const OrientationPoints& points)
 {
-    return Sign::undecided;
+    return evaluateInWords(points);
 }
 
-Sign getSignByIntegers(const SpherePoints&)
+Sign getSignByIntegers(const SpherePoints& points)
 {
-    return Sign::undecided;
+    return evaluateInWords(points);
 }
 
 Sign getSignInExtendedRange(const OrientationPoints& points)
