@@ -20,7 +20,7 @@ struct Row
 
 /// The minor of two rows in the columns x and y.
 template <class T>
-inline auto minor2(const Row<T>& p, const Row<T>& q)
+[[gnu::always_inline]] inline auto minor2(const Row<T>& p, const Row<T>& q)
 {
     return p.x * q.y - q.x * p.y;
 }
@@ -29,20 +29,20 @@ inline auto minor2(const Row<T>& p, const Row<T>& q)
 /// | b |  zero iff they are coplanar with it.
 /// | c |
 template <class T>
-inline auto orientationDeterminant(const Row<T>& a, const Row<T>& b, const Row<T>& c)
+[[gnu::always_inline]] inline auto orientationDeterminant(const Row<T>& a, const Row<T>& b, const Row<T>& c)
 {
     return minor2(b, c) * a.z + minor2(c, a) * b.z + minor2(a, b) * c.z;
 }
 
 /// The square of a point's distance from the origin of the rows.
 template <class T>
-inline auto lift(const Row<T>& p)
+[[gnu::always_inline]] inline auto lift(const Row<T>& p)
 {
     return p.x * p.x + p.y * p.y + p.z * p.z;
 }
 
 template <class Minor, class T>
-inline auto lifted(const Minor& minor, const Row<T>& p)
+[[gnu::always_inline]] inline auto lifted(const Minor& minor, const Row<T>& p)
 {
     return minor * lift(p);
 }
@@ -52,7 +52,8 @@ inline auto lifted(const Minor& minor, const Row<T>& p)
 /// | c  lift(c) |
 /// | d  lift(d) |
 template <class T>
-inline auto inSphereDeterminant(const Row<T>& a, const Row<T>& b, const Row<T>& c, const Row<T>& d)
+[[gnu::always_inline]] inline auto inSphereDeterminant(const Row<T>& a, const Row<T>& b, const Row<T>& c,
+                                                       const Row<T>& d)
 {
     const auto ab = minor2(a, b);
     const auto bc = minor2(b, c);

@@ -192,7 +192,7 @@ double NaloTest3::orient3dadapt(const Point3& a, const Point3& b, const Point3& 
 {
     const OrientationPoints points = {a.getCoordinates(), b.getCoordinates(), c.getCoordinates(),
                                       d.getCoordinates()};
-    if (!areInFloatRange(points))
+    if (!areInExpansionRange(points))
         return static_cast<double>(getSignInExtendedRange(points));
     AdaptiveOrientation stages(*this, points, permanent);
     if (!stages.decideB() && !stages.decideC())
@@ -205,7 +205,7 @@ int NaloTest3::insphereadapt(const Point3& a, const Point3& b, const Point3& c, 
 {
     const SpherePoints points = {a.getCoordinates(), b.getCoordinates(), c.getCoordinates(),
                                  d.getCoordinates(), e.getCoordinates()};
-    if (areInFloatRange(points)) {
+    if (areInExpansionRange(points)) {
         AdaptiveSphere stages(*this, points, permanent);
         if (stages.decideB() || stages.decideC())
             return getSignClass(stages.getDeterminant());
@@ -218,7 +218,7 @@ int NaloTest3::insphereexact(const Point3& a, const Point3& b, const Point3& c, 
 {
     const SpherePoints points = {a.getCoordinates(), b.getCoordinates(), c.getCoordinates(),
                                  d.getCoordinates(), e.getCoordinates()};
-    if (!areInFloatRange(points))
+    if (!areInExpansionRange(points))
         return getSignClass(getSignInExtendedRange(points));
     return getSignClass(evaluateSphereExactly(points));
 }

@@ -81,9 +81,9 @@ Sign resolveSign(const Points& points, const FilterResult& filtered, double erro
     if (filtered.det == 0.0 && isExactOnLattice(points, filtered.extent))
         return Sign::zero;
     const PermanentFilter filter = evaluateWithPermanent(points);
-    Sign sign = areInFloatRange(points) ? filter.getSign(errorBoundA) : Sign::undecided;
+    Sign sign = filter.getSign(errorBoundA, filtered.extent);
     if (sign == Sign::undecided)
-        sign = getSignByIntegers(points);
+        sign = getSignByIntegers(points, filtered.extent);
     return sign == Sign::undecided ? adapt(filter.permanent) : sign;
 }
 

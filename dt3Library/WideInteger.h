@@ -6,12 +6,16 @@
 
 #include <algorithm>
 #include <cstddef>
-#include <cstdint>
+#if defined(__x86_64__)
+#include <x86intrin.h>
+#endif
 
 namespace VORN3D
 {
 
+using Word = unsigned long long;
 __extension__ typedef unsigned __int128 DoubleWord;
+__extension__ typedef __int128 SignedDoubleWord;
 
 /// Two's complement, least significant word first.
 template <int Bits>
@@ -23,99 +27,158 @@ public:
     /// Value not set.
     WideInteger() = default;
 
-    /// mantissa * 2^shift.
-    explicit WideInteger(std::int64_t mantissa, int shift = 0)
+    /// A value that two words hold and that is known to be below 2^Bits.
+    [[gnu::always_inline]] explicit WideInteger(SignedDoubleWord value)
     {
-        const std::uint64_t low = static_cast<std::uint64_t>(mantissa);
-        const std::uint64_t high = getSignWord(low);
-        const int bit = shift % 64;
-        for (int i = 0; i < numWords; ++i)
-            m_aWord[i] = i < shift / 64 ? 0 : high;
-        m_aWord[shift / 64] = low << bit;
-        if (bit != 0 && shift / 64 + 1 < numWords)
-            m_aWord[shift / 64 + 1] = (high << bit) | (low >> (64 - bit));
+        m_aWord[0] = static_cast<Word>(value);
+        for (int i = 1; i < numWords; ++i)
+            m_aWord[i] = static_cast<Word>(value >> (i == 1 ? 64 : 127));
     }
 
-    /// Word i of the number, written with as many words as one likes.
-    std::uint64_t getWord(int i) const { return i < numWords ? m_aWord[i] : getFill(); }
-    void setWord(int i, std::uint64_t word) { m_aWord[i] = word; }
+    /// The lowest two words, for a number that has no more.
+    [[gnu::always_inline]] SignedDoubleWord getDoubleWord() const
+    {
+        if constexpr (numWords == 1)
+            return static_cast<long long>(m_aWord[0]);
+        else
+            return static_cast<SignedDoubleWord>((static_cast<DoubleWord>(m_aWord[1]) << 64) | m_aWord[0]);
+    }
+
+    Word operator[](int i) const { return m_aWord[i]; }
+    Word& operator[](int i) { return m_aWord[i]; }
+
+    /// Word i of the number written with as many words as one likes.
+    Word getWord(int i) const { return i < numWords ? m_aWord[i] : getFill(); }
 
     /// What fills the words beyond the last: all ones if the number is negative, else zero.
-    std::uint64_t getFill() const { return getSignWord(m_aWord[numWords - 1]); }
+    Word getFill() const { return static_cast<Word>(static_cast<long long>(m_aWord[numWords - 1]) >> 63); }
 
     /// -1, 0 or 1.
     int getSign() const
     {
         if (getFill() != 0)
             return -1;
-        return std::any_of(m_aWord, m_aWord + numWords, [](std::uint64_t word) { return word != 0; });
+        return std::any_of(m_aWord, m_aWord + numWords, [](Word word) { return word != 0; });
+    }
+
+    /// value * 2^shift, which must be below 2^Bits.
+    static WideInteger shifted(long long value, int shift)
+    {
+        const WideInteger<64> source(value);
+        const int bit = shift % 64;
+        WideInteger result;
+        for (int i = 0; i < numWords; ++i) {
+            const int from = i - shift / 64;
+            const Word high = from < 0 ? 0 : source.getWord(from);
+            const Word low = from < 1 ? 0 : source.getWord(from - 1);
+            result[i] = bit == 0 ? high : (high << bit) | (low >> (64 - bit));
+        }
+        return result;
     }
 
 private:
-    static std::uint64_t getSignWord(std::uint64_t top)
-    {
-        return static_cast<std::uint64_t>(static_cast<std::int64_t>(top) >> 63);
-    }
-
-    std::uint64_t m_aWord[static_cast<std::size_t>(numWords)];
+    Word m_aWord[static_cast<std::size_t>(numWords)];
 };
 
-template <int N, int M>
-inline auto operator+(const WideInteger<N>& a, const WideInteger<M>& b)
+namespace wordArithmetic {
+
+/// sum = a + b + carry; returns the carry out. The intrinsics spare the compiler from finding the carry
+/// chain.
+[[gnu::always_inline]] inline unsigned char addWithCarry(unsigned char carry, Word a, Word b, Word& sum)
 {
-    WideInteger<std::max(N, M) + 1> sum;
-    DoubleWord carry = 0;
-    for (int i = 0; i < sum.numWords; ++i) {
-        carry += static_cast<DoubleWord>(a.getWord(i)) + b.getWord(i);
-        sum.setWord(i, static_cast<std::uint64_t>(carry));
-        carry >>= 64;
+#if defined(__x86_64__)
+    return _addcarry_u64(carry, a, b, &sum);
+#else
+    const DoubleWord wide = static_cast<DoubleWord>(a) + b + carry;
+    sum = static_cast<Word>(wide);
+    return static_cast<unsigned char>(wide >> 64);
+#endif
+}
+
+/// difference = a - b - borrow; returns the borrow out.
+[[gnu::always_inline]] inline unsigned char subtractWithBorrow(unsigned char borrow, Word a, Word b,
+                                                               Word& difference)
+{
+#if defined(__x86_64__)
+    return _subborrow_u64(borrow, a, b, &difference);
+#else
+    const DoubleWord wide = static_cast<DoubleWord>(a) - b - borrow;
+    difference = static_cast<Word>(wide);
+    return static_cast<unsigned char>(wide >> 64) & 1;
+#endif
+}
+
+/// target -= (b as unsigned) * 2^(64 offset) if the mask is all ones; nothing if it is zero.
+template <int N, int M>
+[[gnu::always_inline]] inline void subtractMasked(WideInteger<N>& target, const WideInteger<M>& b, int offset,
+                                                  Word mask)
+{
+    unsigned char borrow = 0;
+    for (int i = offset; i < WideInteger<N>::numWords; ++i) {
+        const Word word = i - offset < WideInteger<M>::numWords ? b[i - offset] & mask : 0;
+        borrow = subtractWithBorrow(borrow, target[i], word, target[i]);
     }
+}
+
+/// As if both factors were unsigned, modulo 2^(64 words of the product).
+template <int N, int M>
+[[gnu::always_inline]] inline WideInteger<N + M> multiplyUnsigned(const WideInteger<N>& a,
+                                                                  const WideInteger<M>& b)
+{
+    constexpr int numWords = WideInteger<N + M>::numWords;
+    constexpr int numWordsOfB = WideInteger<M>::numWords;
+    WideInteger<N + M> product(0);
+    for (int i = 0; i < WideInteger<N>::numWords; ++i) {
+        DoubleWord carry = 0;
+        for (int j = 0; j < numWordsOfB && i + j < numWords; ++j) {
+            carry += static_cast<DoubleWord>(a[i]) * b[j] + product[i + j];
+            product[i + j] = static_cast<Word>(carry);
+            carry >>= 64;
+        }
+        if (i + numWordsOfB < numWords)
+            product[i + numWordsOfB] = static_cast<Word>(carry);
+    }
+    return product;
+}
+
+} // namespace wordArithmetic
+
+template <int N, int M>
+[[gnu::always_inline]] inline auto operator+(const WideInteger<N>& a, const WideInteger<M>& b)
+{
+    using Sum = WideInteger<std::max(N, M) + 1>;
+    if constexpr (Sum::numWords <= 2)
+        return Sum(a.getDoubleWord() + b.getDoubleWord());
+    Sum sum;
+    unsigned char carry = 0;
+    for (int i = 0; i < Sum::numWords; ++i)
+        carry = wordArithmetic::addWithCarry(carry, a.getWord(i), b.getWord(i), sum[i]);
     return sum;
 }
 
 template <int N, int M>
-inline auto operator-(const WideInteger<N>& a, const WideInteger<M>& b)
+[[gnu::always_inline]] inline auto operator-(const WideInteger<N>& a, const WideInteger<M>& b)
 {
-    WideInteger<std::max(N, M) + 1> difference;
-    DoubleWord carry = 1; // a - b = a + ~b + 1
-    for (int i = 0; i < difference.numWords; ++i) {
-        carry += static_cast<DoubleWord>(a.getWord(i)) + ~b.getWord(i);
-        difference.setWord(i, static_cast<std::uint64_t>(carry));
-        carry >>= 64;
-    }
+    using Difference = WideInteger<std::max(N, M) + 1>;
+    if constexpr (Difference::numWords <= 2)
+        return Difference(a.getDoubleWord() - b.getDoubleWord());
+    Difference difference;
+    unsigned char borrow = 0;
+    for (int i = 0; i < Difference::numWords; ++i)
+        borrow = wordArithmetic::subtractWithBorrow(borrow, a.getWord(i), b.getWord(i), difference[i]);
     return difference;
 }
 
-/// target -= (b as unsigned) * 2^(64 offset) if mask is all ones; nothing if it is zero.
 template <int N, int M>
-inline void subtractMasked(WideInteger<N>& target, const WideInteger<M>& b, int offset, std::uint64_t mask)
+[[gnu::always_inline]] inline auto operator*(const WideInteger<N>& a, const WideInteger<M>& b)
 {
-    DoubleWord carry = 1;
-    for (int i = offset; i < target.numWords; ++i) {
-        const std::uint64_t word = i - offset < b.numWords ? b.getWord(i - offset) & mask : 0;
-        carry += static_cast<DoubleWord>(target.getWord(i)) + ~word;
-        target.setWord(i, static_cast<std::uint64_t>(carry));
-        carry >>= 64;
-    }
-}
-
-template <int N, int M>
-inline auto operator*(const WideInteger<N>& a, const WideInteger<M>& b)
-{
-    WideInteger<N + M> product(0);
-    constexpr int numWords = product.numWords;
-    for (int i = 0; i < a.numWords; ++i) {
-        DoubleWord carry = 0;
-        for (int j = 0; i + j < numWords; ++j) {
-            const std::uint64_t factor = j < b.numWords ? b.getWord(j) : 0;
-            carry += static_cast<DoubleWord>(a.getWord(i)) * factor + product.getWord(i + j);
-            product.setWord(i + j, static_cast<std::uint64_t>(carry));
-            carry >>= 64;
-        }
-    }
+    using Product = WideInteger<N + M>;
+    if constexpr (Product::numWords <= 2)
+        return Product(a.getDoubleWord() * b.getDoubleWord());
+    Product product = wordArithmetic::multiplyUnsigned(a, b);
     // So far a negative factor was taken for the factor plus 2^(64 words of it).
-    subtractMasked(product, b, a.numWords, a.getFill());
-    subtractMasked(product, a, b.numWords, b.getFill());
+    wordArithmetic::subtractMasked(product, b, WideInteger<N>::numWords, a.getFill());
+    wordArithmetic::subtractMasked(product, a, WideInteger<M>::numWords, b.getFill());
     return product;
 }
 
