@@ -4,7 +4,8 @@
 #include <cstdint>
 #include <cstring>
 
-namespace VORN3D {
+namespace VORN3D
+{
 
 inline std::uint64_t getBits(double x)
 {

@@ -9,9 +9,11 @@
 #include <climits>
 #include <cmath>
 
-namespace VORN3D {
+namespace VORN3D
+{
 
-namespace {
+namespace
+{
 
 /// Doubles as multiples of a power of two.
 class MultipleOf

@@ -80,7 +80,8 @@ private:
     Word m_aWord[static_cast<std::size_t>(numWords)];
 };
 
-namespace wordArithmetic {
+namespace wordArithmetic
+{
 
 /// sum = a + b + carry; returns the carry out. The intrinsics spare the compiler from finding the carry
 /// chain.
