@@ -91,58 +91,6 @@ bool IntegerDifferences<N>::load(const PointArray<N>& points, double extent)
     return getMultiple.isExact();
 }
 
-/// The leading 64 to 128 bits of the values in a sphere determinant whose differences are below 2^62: each
-/// factor of a product is cut down to a word before it is multiplied. The level is the number of roundings so
-/// far.
-template <int Level>
-struct LeadingDigits
-{
-    SignedDoubleWord value;
-
-    /// The value without its last bits.
-    SignedDoubleWord getWord(int numBitsCut) const { return static_cast<long long>(value >> numBitsCut); }
-};
-
-template <int Level>
-inline LeadingDigits<Level> operator+(LeadingDigits<Level> a, LeadingDigits<Level> b)
-{
-    return {a.value + b.value};
-}
-
-template <int Level>
-inline LeadingDigits<Level> operator-(LeadingDigits<Level> a, LeadingDigits<Level> b)
-{
-    return {a.value - b.value};
-}
-
-/// Two differences, exactly: minors of two rows stay below 2^125, lifts below 3 * 2^124.
-inline LeadingDigits<1> operator*(LeadingDigits<0> a, LeadingDigits<0> b)
-{
-    return {a.getWord(0) * b.getWord(0)};
-}
-
-/// A minor of two rows and a difference: minors of three rows stay below 3 * 2^125 (times 2^62), and the
-/// rounding of the factor makes an error below 3 * 2^62.
-inline LeadingDigits<2> operator*(LeadingDigits<1> minor, LeadingDigits<0> z)
-{
-    return {minor.getWord(62) * z.getWord(0)};
-}
-
-/// A minor of three rows and a lift: the word of the minor is below 3 * 2^60, with an error below 3/8 + 1,
-/// that of the lift below 3 * 2^61, with an error below 1. The sum of four products is below 9 * 2^123 <
-/// 2^127 (times 2^190), its error below 4 (3 * 2^60 + 11/8 * 3 * 2^61 + 2) < 2^66.
-inline LeadingDigits<3> operator*(LeadingDigits<2> minor, LeadingDigits<1> lift)
-{
-    return {minor.getWord(65) * lift.getWord(63)};
-}
-
-Sign getSignByLeadingDigits(const IntegerDifferences<5>& differences)
-{
-    const SignedDoubleWord det = evaluate(differences.getRows<LeadingDigits<0>>(0)).value;
-    constexpr SignedDoubleWord errorBound = static_cast<SignedDoubleWord>(1) << 66;
-    return det >= errorBound ? Sign::positive : det <= -errorBound ? Sign::negative : Sign::undecided;
-}
-
 /// mantissa * 2^exponent, the mantissa odd unless it is zero.
 struct Decoded
 {
@@ -232,12 +180,10 @@ Sign getSignByIntegers(const SpherePoints& points, double extent)
     IntegerDifferences<5> differences;
     if (!differences.load(points, extent))
         return Sign::undecided;
+    // Half the width is a fraction of the cost, and enough for coordinates of single precision.
     const int numZeros = differences.countTrailingZeros();
     if (numZeros >= 32)
         return static_cast<Sign>(evaluate(differences.getRows<WideInteger<30>>(numZeros)).getSign());
-    const Sign sign = getSignByLeadingDigits(differences);
-    if (sign != Sign::undecided)
-        return sign;
     return static_cast<Sign>(evaluate(differences.getRows<WideInteger<62>>(0)).getSign());
 }
 

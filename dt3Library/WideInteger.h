@@ -121,15 +121,15 @@ template <int N, int M>
     }
 }
 
-/// As if both factors were unsigned, modulo 2^(64 words of the product).
 template <int N, int M>
-[[gnu::always_inline]] inline WideInteger<N + M> multiplyUnsigned(const WideInteger<N>& a,
-                                                                  const WideInteger<M>& b)
+[[gnu::always_inline]] inline WideInteger<N + M> multiplyWords(const WideInteger<N>& a,
+                                                               const WideInteger<M>& b)
 {
     constexpr int numWords = WideInteger<N + M>::numWords;
+    constexpr int numWordsOfA = WideInteger<N>::numWords;
     constexpr int numWordsOfB = WideInteger<M>::numWords;
     WideInteger<N + M> product(0);
-    for (int i = 0; i < WideInteger<N>::numWords; ++i) {
+    for (int i = 0; i < numWordsOfA; ++i) {
         DoubleWord carry = 0;
         for (int j = 0; j < numWordsOfB && i + j < numWords; ++j) {
             carry += static_cast<DoubleWord>(a[i]) * b[j] + product[i + j];
@@ -139,7 +139,17 @@ template <int N, int M>
         if (i + numWordsOfB < numWords)
             product[i + numWordsOfB] = static_cast<Word>(carry);
     }
+    // So far a negative factor was taken for the factor plus 2^(64 words of it).
+    subtractMasked(product, b, numWordsOfA, a.getFill());
+    subtractMasked(product, a, numWordsOfB, b.getFill());
     return product;
+}
+
+/// The same as a function of its own, for long factors: inlined, these products would be half of the library.
+template <int N, int M>
+[[gnu::noinline]] WideInteger<N + M> multiplyManyWords(const WideInteger<N>& a, const WideInteger<M>& b)
+{
+    return multiplyWords(a, b);
 }
 
 } // namespace wordArithmetic
@@ -176,11 +186,10 @@ template <int N, int M>
     using Product = WideInteger<N + M>;
     if constexpr (Product::numWords <= 2)
         return Product(a.getDoubleWord() * b.getDoubleWord());
-    Product product = wordArithmetic::multiplyUnsigned(a, b);
-    // So far a negative factor was taken for the factor plus 2^(64 words of it).
-    wordArithmetic::subtractMasked(product, b, WideInteger<N>::numWords, a.getFill());
-    wordArithmetic::subtractMasked(product, a, WideInteger<M>::numWords, b.getFill());
-    return product;
+    else if constexpr (Product::numWords <= 5)
+        return wordArithmetic::multiplyWords(a, b);
+    else
+        return wordArithmetic::multiplyManyWords(a, b);
 }
 
 } // namespace VORN3D
