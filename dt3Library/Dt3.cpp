@@ -2,6 +2,7 @@
 // mesh.
 #include "Dt3.h"
 
+#include "WalkStarts.h"
 #include "nalo_tools/assertion.h"
 #include "nalo_tools/log.h"
 
@@ -38,39 +39,46 @@ void requireFinite(const Point3* pPoints, std::size_t numPoints)
     VORN_ASSERT(isFinite(*pBad));
 }
 
-using Level = std::vector<Point3*>;
+using Positions = std::vector<std::uint32_t>;
 
 // Recursive halving: the median of [first, last) goes to level k, the medians of its halves to level k + 1,
 // and so on; what remains at the last level goes there in order.
-void distribute(const std::vector<Point3*>& vVertices, std::size_t first, std::size_t last, std::size_t k,
-                std::vector<Level>& vLevels)
+void distribute(std::uint32_t first, std::uint32_t last, std::size_t k, std::vector<Positions>& vLevels)
 {
     const std::size_t lastLevel = vLevels.size() - 1;
-    std::size_t num = last - first;
+    std::uint32_t num = last - first;
     while (num > 1 && k < lastLevel) {
-        const std::size_t mid = first + num / 2;
-        vLevels[k].push_back(vVertices[mid]);
+        const std::uint32_t mid = first + num / 2;
+        vLevels[k].push_back(mid);
         ++k;
-        distribute(vVertices, first, mid, k, vLevels);
+        distribute(first, mid, k, vLevels);
         first = mid + 1;
         num = last - first;
     }
     if (first == last)
         return;
     VORN_ASSERT_TEXT(num > 0, "num>0");
-    const auto begin = vVertices.begin();
-    vLevels[k].insert(vLevels[k].end(), begin + static_cast<std::ptrdiff_t>(first),
-                      begin + static_cast<std::ptrdiff_t>(last));
+    for (std::uint32_t position = first; position < last; ++position)
+        vLevels[k].push_back(position);
 }
 
-// The vertices from coarse to fine: each level is spread evenly over the curve, the last one holds runs of
-// about 16 consecutive vertices.
-std::vector<Level> makeLevels(const std::vector<Point3*>& vVertices)
+// The order of insertion of n vertices on a curve, from coarse to fine: each level is spread evenly over the
+// curve, the last one holds runs of about 16 consecutive vertices. Alternating the direction makes the end of
+// one level lie near the start of the next.
+Positions makeInsertionOrder(std::size_t n)
 {
-    const auto numHalvings = static_cast<int>(std::ceil(std::log(double(vVertices.size())) / std::log(2.0)));
-    std::vector<Level> vLevels(static_cast<std::size_t>(std::max(numHalvings - 4, 0)) + 1);
-    distribute(vVertices, 0, vVertices.size(), 0, vLevels);
-    return vLevels;
+    VORN_ASSERT(n <= UINT32_MAX);
+    const auto numHalvings = static_cast<int>(std::ceil(std::log(double(n)) / std::log(2.0)));
+    std::vector<Positions> vLevels(static_cast<std::size_t>(std::max(numHalvings - 4, 0)) + 1);
+    distribute(0, static_cast<std::uint32_t>(n), 0, vLevels);
+    Positions vOrder;
+    vOrder.reserve(n);
+    for (std::size_t k = 0; k < vLevels.size(); ++k)
+        if (k % 2 == 0)
+            vOrder.insert(vOrder.end(), vLevels[k].rbegin(), vLevels[k].rend());
+        else
+            vOrder.insert(vOrder.end(), vLevels[k].begin(), vLevels[k].end());
+    return vOrder;
 }
 
 } // namespace
@@ -136,20 +144,18 @@ void Dt3::triangulate(std::vector<Point3*>& vVertices, Tet3* pLastTet)
         std::cout << "Attention: triangulate has got an empty vector" << std::endl;
         return;
     }
-    std::vector<Level> vLevels = makeLevels(vVertices);
-    std::size_t numDone = 0;
-    for (std::size_t k = 0; k < vLevels.size(); ++k) {
-        // Alternating the direction makes the end of one level lie near the start of the next.
-        if (k % 2 == 0)
-            std::reverse(vLevels[k].begin(), vLevels[k].end());
-        for (Point3*& pVtx : vLevels[k]) {
-            if (numDone % OBSERVED_VERTICES == 0 && !isToGoOn(numDone, vVertices.size()))
-                return;
-            pLastTet = insertVertex(&pVtx, pLastTet);
-            ++numDone;
-        }
+    const Positions vOrder = makeInsertionOrder(vVertices.size());
+    WalkStarts walkStarts(vVertices, vOrder);
+    numWalkTests = 0;
+    for (std::size_t numDone = 0; numDone < vOrder.size(); ++numDone) {
+        if (numDone % OBSERVED_VERTICES == 0 && !isToGoOn(numDone, vOrder.size()))
+            return;
+        if (numDone % WalkStarts::SAMPLE_SIZE == 0)
+            walkStarts.judge(std::exchange(numWalkTests, 0));
+        Point3* pVtx = vVertices[vOrder[numDone]];
+        pLastTet = insertVertex(&pVtx, walkStarts.getStart(numDone, pLastTet));
     }
-    isToGoOn(numDone, vVertices.size());
+    isToGoOn(vOrder.size(), vOrder.size());
 }
 
 bool Dt3::isToGoOn(std::size_t numDone, std::size_t numTotal) const

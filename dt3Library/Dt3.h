@@ -81,6 +81,10 @@ public:
     ///   -99     the walk gave up.
     int locateConflictTet(const Point3* pVtx, Tet3*& pStartTet) const;
 
+    /// The same, but gives up only where the mesh must be broken: a walk meets no tetrahedron of a Delaunay
+    /// mesh twice, however far it has to go. Adds the number of facets looked at to numTests.
+    int locateInMesh(const Point3* pVtx, Tet3*& pStartTet, std::size_t& numTests) const;
+
     // --- Dt3Insertion.cpp and, for a vertex outside the hull, Dt3Hull.cpp: one vertex ---
 
     /// Inserts *ppVtx and returns a tetrahedron incident to it. If the mesh has a vertex with its coordinates
@@ -162,6 +166,7 @@ private:
     void startUp(std::vector<Point3*>& vNewVertices);
     std::vector<Point3*> getUntriangulated(const std::vector<Point3*>& vUserHandles) const;
 
+    int walk(const Point3* pVtx, Tet3*& pStartTet, std::size_t maxTests, std::size_t& numTests) const;
     WalkStep lookAround(const Point3* pVtx, const LanePoint& lanePoint, Tet3*& pTet, FacetMask untested,
                         int first) const;
     WalkStep lookAroundExactly(const Point3* pVtx, Tet3*& pTet, FacetMask untested, int first) const;
@@ -193,6 +198,7 @@ private:
     void pushCavityFacetsOutside(Tet3* pDoomed, const Point3* pVtx);
 
     void followLinks(std::vector<Tet3*>& vTet) const;
+    std::size_t getNumTets() const;
     Tet3* findLiveTet() const;
 
     static void checkUnvisited(const Tet3* pTet);
@@ -211,6 +217,7 @@ private:
     bool bVerbose = false;
     ProgressObserver progressObserver;
     std::size_t numMeshVertices = 0;
+    std::size_t numWalkTests = 0;
 
     // Scratch of the current insertion, kept to save its memory.
     std::size_t numLeftOverTets = 0;

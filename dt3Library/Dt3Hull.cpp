@@ -48,8 +48,8 @@ void Dt3::gatherSeenTets(const Point3* pVtx, Tet3* pTet, int ici)
         pSeen->hasBeenVisited = false;
 }
 
-// Turns around a hull edge from the hull facet opp3 to the other one, which is then opp2. Each step crosses the
-// facet opposite opp2; the corner that was opp3 is in the next tetrahedron too, and the next to be left.
+// Turns around a hull edge from the hull facet opp3 to the other one, which is then opp2. Each step crosses
+// the facet opposite opp2; the corner that was opp3 is in the next tetrahedron too, and the next to be left.
 Dt3::HullEdge Dt3::turnToHull(HullEdge edge)
 {
     while (Tet3* pNext = edge.pTet->aOppTet[edge.opp2]) {

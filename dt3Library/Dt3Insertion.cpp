@@ -18,7 +18,7 @@ Tet3* Dt3::insertVertex(Point3** ppVtx, Tet3* pStartTet)
     Tet3* pCurTet = pStartTet;
     VORN_ASSERT_TEXT(!pCurTet->hasBeenVisited, "!pCurTet->hasBeenVisited");
 
-    const int locateResult = locateConflictTet(*ppVtx, pCurTet);
+    const int locateResult = locateInMesh(*ppVtx, pCurTet, numWalkTests);
     VORN_ASSERT_TEXT(locateResult != LOCATE_GAVE_UP, "locateResult!=-99");
     if (locateResult == LOCATED_VERTEX)
         return adoptExistingVertex(ppVtx, pCurTet);

@@ -7,6 +7,7 @@
 #include "nalo_tools/log.h"
 #include "vorn3d/Iterators.h"
 
+#include <algorithm>
 #include <cstdlib>
 #include <iostream>
 
@@ -16,7 +17,7 @@ namespace VORN3D
 namespace
 {
 
-constexpr int MAX_WALK_TESTS = 10000;
+constexpr std::size_t MAX_WALK_TESTS = 10000;
 
 int getNextIndex(int ici)
 {
@@ -38,13 +39,25 @@ Tet3* Dt3::findNearbyTet(const Point3& p) const
 
 int Dt3::locateConflictTet(const Point3* pVtx, Tet3*& pStartTet) const
 {
+    std::size_t numTests = 0;
+    return walk(pVtx, pStartTet, MAX_WALK_TESTS, numTests);
+}
+
+int Dt3::locateInMesh(const Point3* pVtx, Tet3*& pStartTet, std::size_t& numTests) const
+{
+    return walk(pVtx, pStartTet, std::max(MAX_WALK_TESTS, 4 * getNumTets()), numTests);
+}
+
+// Adds to numTests the number of facets looked at, and gives up beyond maxTests.
+int Dt3::walk(const Point3* pVtx, Tet3*& pStartTet, std::size_t maxTests, std::size_t& numTests) const
+{
     if (pStartTet == nullptr)
         goToHell("locateConflictTet");
 
     const LanePoint lanePoint(*pVtx);
     FacetMask untested = ALL_FACETS;
     int first = 0;
-    for (int numTests = 0; numTests < MAX_WALK_TESTS;) {
+    for (const std::size_t endTests = numTests + maxTests; numTests < endTests;) {
         const WalkStep step = lookAround(pVtx, lanePoint, pStartTet, untested, first);
         if (step.bEnds)
             return step.result;
@@ -57,7 +70,7 @@ int Dt3::locateConflictTet(const Point3* pVtx, Tet3*& pStartTet) const
         pStartTet = pNext;
         untested = ALL_FACETS & ~(1u << entered);
         first = getNextIndex(entered);
-        numTests += step.result + 1;
+        numTests += static_cast<std::size_t>(step.result) + 1;
     }
     // A random move, so that a caller that tries again starts elsewhere.
     Tet3* pElsewhere = pStartTet->aOppTet[std::rand() % 4];

@@ -42,8 +42,7 @@ void Dt3::getAllTetrahedra(std::vector<Tet3*>& vTet) const
     VORN_ASSERT_TEXT(vTet.empty(), "vTet.empty()");
     // The live records are those without the mark. If marks and lists disagree the mesh is damaged, and what
     // hangs together is found by following the links.
-    const std::size_t numDead = vDoomedTets.size() + vReusableTets.size();
-    const std::size_t numLive = tetPool.getNumElements() - numDead;
+    const std::size_t numLive = getNumTets();
     vTet.reserve(numLive);
     tetPool.forEachElement([&vTet](Tet3* pTet) {
         if (!pTet->hasBeenVisited)
@@ -73,6 +72,12 @@ void Dt3::getTetsAroundVertex(const Point3* pVtx, std::vector<Tet3*>& vTets) con
     flood(
         pVtx->getOneTet(), [pVtx](const Tet3* pTet, int k) { return pTet->getIntraTetIndex(pVtx) != k; },
         vTets);
+}
+
+// All records but the dead ones.
+std::size_t Dt3::getNumTets() const
+{
+    return tetPool.getNumElements() - vDoomedTets.size() - vReusableTets.size();
 }
 
 // The tetrahedron of the first vertex in curve order that has one without the mark.

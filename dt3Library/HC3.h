@@ -4,11 +4,10 @@
 // current bounding box. Vertices are ordered by key, equal keys by coordinates, so that the order holds each
 // distinct position once. A point outside the box makes the box grow by more than needed and re-keys
 // everything, which keeps the number of re-keyings logarithmic for points that spread outwards.
-//
-// Source of the curve as a state machine: C. Hamilton, Compact Hilbert Indices, Dalhousie University 2006.
 #pragma once
 
 #include "CurveOrder.h"
+#include "HilbertGrid.h"
 #include "nalo_tools/SimplePool.h"
 #include "vorn3d/Bbox3.h"
 #include "vorn3d/Point3.h"
@@ -68,9 +67,7 @@ private:
 
     Bbox3 bbox;
     int numBits;
-    double rangeX = -1.0;
-    double rangeY = -1.0;
-    double rangeZ = -1.0;
+    HilbertGrid grid{}; // of the box as of the last re-indexing
     bool bValid = false;
     SimplePool<Point3> vertexPool;
     CurveOrder sIdxVtx;

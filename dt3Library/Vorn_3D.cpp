@@ -41,7 +41,8 @@ Tet3* Vorn_3D::locate(const Point3& p)
     Tet3* pTet = m_pDt->findNearbyTet(query);
     if (pTet == nullptr)
         return nullptr;
-    const int result = m_pDt->locateConflictTet(&query, pTet);
+    std::size_t numTests = 0;
+    const int result = m_pDt->locateInMesh(&query, pTet, numTests);
     return result == Dt3::LOCATED_INSIDE || result == Dt3::LOCATED_VERTEX ? pTet : nullptr;
 }
 
