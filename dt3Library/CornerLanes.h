@@ -146,13 +146,14 @@ inline FacetMask getSignBits(const Lanes& lanes)
 namespace laneFilter
 {
 
-// Negative where the square of a volume exceeds its bound. The bound is finite, or all is positive: an
+// Negative where the square of a volume exceeds its bound; all is positive if the bound is not finite: an
 // overflow decides nothing.
 inline Lanes getLackOfVolume(const Lanes& volumes, double maxSquaredLength)
 {
     const double threshold = VOLUME_BOUND * (maxSquaredLength * maxSquaredLength * maxSquaredLength) + TINY;
-    const double bound = threshold < DBL_MAX ? threshold : DBL_MAX;
-    const LanePair bounds = {bound, bound};
+    const LanePair bounds = {threshold, threshold};
+    if (!(threshold < DBL_MAX))
+        return {bounds, bounds};
     return {bounds - volumes.lo * volumes.lo, bounds - volumes.hi * volumes.hi};
 }
 
