@@ -1,0 +1,124 @@
+#include "TrackedTriangulation.h"
+
+#include <algorithm>
+#include <iostream>
+
+namespace VORN3D::tests
+{
+namespace
+{
+
+/// Indices into v of the lexicographically first four points that are not coplanar; empty if all are.
+std::vector<std::size_t> firstNonCoplanarQuadruple(const std::vector<Point3*>& v)
+{
+    for (std::size_t i = 0; i < v.size(); ++i)
+        for (std::size_t j = i + 1; j < v.size(); ++j)
+            for (std::size_t k = j + 1; k < v.size(); ++k)
+                for (std::size_t l = k + 1; l < v.size(); ++l)
+                    if (exactOrientation(*v[i], *v[j], *v[k], *v[l]) != 0)
+                        return {i, j, k, l};
+    return {};
+}
+
+/// The lines that an insertion of finite points may print.
+bool isExpectedLine(const std::string& line, bool bBatch)
+{
+    return line == "Attention: triangulate has got an empty vector" ||
+           (bBatch && line.rfind("numPoints=", 0) == 0);
+}
+
+void append(Faults& vFaults, const Faults& vMore)
+{
+    vFaults.insert(vFaults.end(), vMore.begin(), vMore.end());
+}
+
+} // namespace
+
+CapturedOutput::CapturedOutput() : m_pPrevious(std::cout.rdbuf(m_text.rdbuf())) {}
+
+CapturedOutput::~CapturedOutput()
+{
+    std::cout.rdbuf(m_pPrevious);
+}
+
+std::string joinFaults(const Faults& vFaults)
+{
+    std::string text;
+    for (const std::string& fault : vFaults)
+        text += fault + '\n';
+    return text;
+}
+
+void TrackedTriangulation::insertBatch(std::vector<Point3> vPoints)
+{
+    std::vector<Point3*> vHandles;
+    {
+        CapturedOutput output;
+        m_dt.insert(vPoints, vHandles);
+        m_output = output.text();
+    }
+    m_vInput.insert(m_vInput.end(), vPoints.begin(), vPoints.end());
+    m_vHandles.insert(m_vHandles.end(), vHandles.begin(), vHandles.end());
+    for (const Point3* pVtx : vHandles)
+        m_vLeftOut.erase(pVtx);
+    expectOutput(true);
+}
+
+Point3* TrackedTriangulation::insertSingle(Point3 p)
+{
+    const bool bWas3D = m_dt.is3D();
+    {
+        CapturedOutput output;
+        m_vHandles.push_back(m_dt.insert(p));
+        m_output = output.text();
+    }
+    m_vInput.push_back(p);
+    expectOutput(false);
+    if (!bWas3D && m_dt.is3D())
+        expectFirstTetrahedron();
+    else
+        m_vLeftOut.erase(m_vHandles.back());
+    return m_vHandles.back();
+}
+
+void TrackedTriangulation::expectOutput(bool bBatch)
+{
+    std::istringstream lines(m_output);
+    for (std::string line; std::getline(lines, line);)
+        if (!isExpectedLine(line, bBatch))
+            m_vFaults.push_back("an insertion printed: " + line);
+}
+
+void TrackedTriangulation::expectFirstTetrahedron()
+{
+    std::vector<Point3*> vVertices;
+    std::vector<Tet3*> vTets;
+    m_dt.getVertices(vVertices);
+    m_dt.getTetrahedra(vTets);
+    m_vLeftOut.insert(vVertices.begin(), vVertices.end());
+    const std::vector<std::size_t> vFirst = firstNonCoplanarQuadruple(vVertices);
+    if (vFirst.empty() || vTets.size() != 1) {
+        m_vFaults.push_back("the first tetrahedron is not the only one");
+        return;
+    }
+    Point3* aExpected[4];
+    std::transform(vFirst.begin(), vFirst.end(), aExpected, [&](std::size_t i) { return vVertices[i]; });
+    if (exactOrientation(*aExpected[0], *aExpected[1], *aExpected[2], *aExpected[3]) < 0)
+        std::swap(aExpected[0], aExpected[1]);
+    for (int i = 0; i < 4; ++i) {
+        m_vLeftOut.erase(aExpected[i]);
+        if (vTets[0]->getCorner(i) != aExpected[i])
+            m_vFaults.push_back("the first tetrahedron is not the first non-coplanar quadruple");
+    }
+}
+
+std::string TrackedTriangulation::findFaults(const std::vector<Point3>& vQueries)
+{
+    append(m_vFaults, findMeshFaults(m_dt));
+    append(m_vFaults, findVertexFaults(m_dt, m_vInput, m_vHandles, m_vLeftOut));
+    for (const Point3& q : vQueries)
+        append(m_vFaults, findLocateFaults(m_dt, q, m_dt.locate(q)));
+    return joinFaults(m_vFaults);
+}
+
+} // namespace VORN3D::tests
