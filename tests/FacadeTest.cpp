@@ -1,0 +1,304 @@
+// What Vorn_3D promises beyond a sound mesh: the phase before it is three-dimensional, catching up, location,
+// queries, wrong use, printed texts.
+#include "PointSets.h"
+#include "TrackedTriangulation.h"
+#include "outcomes.h"
+
+#include <algorithm>
+#include <array>
+#include <ctime>
+#include <limits>
+#include <numeric>
+
+namespace VORN3D::tests
+{
+namespace
+{
+
+using Points = std::vector<Point3>;
+using testing::AllOf;
+using testing::HasSubstr;
+
+std::vector<Tet3*> getTets(const Vorn_3D& dt)
+{
+    std::vector<Tet3*> vTets;
+    if (dt.is3D())
+        dt.getTetrahedra(vTets);
+    return vTets;
+}
+
+Points numbered(Points vPoints)
+{
+    for (std::size_t i = 0; i < vPoints.size(); ++i)
+        vPoints[i].setCustomIndex(static_cast<int>(i));
+    return vPoints;
+}
+
+/// The first numFirst points in one manner, the others in the other.
+void expectSound(const Points& vPoints, std::size_t numFirst, bool bBatchFirst)
+{
+    TrackedTriangulation dt;
+    for (std::size_t first : {std::size_t(0), numFirst}) {
+        const std::size_t last = first == 0 ? numFirst : vPoints.size();
+        const auto begin = vPoints.begin();
+        const Points vPart(begin + static_cast<std::ptrdiff_t>(first),
+                           begin + static_cast<std::ptrdiff_t>(last));
+        if ((first == 0) == bBatchFirst)
+            dt.insertBatch(vPart);
+        else
+            for (const Point3& p : vPart)
+                dt.insertSingle(p);
+        if (numFirst == 0)
+            break;
+    }
+    ASSERT_EQ(dt.findFaults(), "") << numFirst << (bBatchFirst ? " in a batch first" : " singly first");
+}
+
+TEST(Facade, TakesTheSmallestSetsInEveryOrder)
+{
+    const std::vector<Points> vSets = {
+        {},
+        {{1, 2, 3}},
+        {{0, 0, 0}, {0, 0, -0.0}},
+        {{0, 0, 0}, {1, 2, 3}, {2, 4, 6}},
+        {{0, 0, 0}, {1, 0, 0}, {1, 0, 0}, {0, 0, 0}, {0, 1, 0}},
+        {{0, 0, 0}, {1, 0, 0}, {0, 1, 0}, {0, 0, 1}},
+        {{0, 0, 0}, {1, 0, 0}, {0, 1, 0}, {1, 1, 0}, {0.5, 0.5, 3}},
+        {{0, 0, 0}, {1, 0, 0}, {2, 0, 0}, {3, 0, 0}, {1, 1, 0}, {1, 1, 1}},
+        {{0, 0, 0}, {4, 0, 0}, {0, 4, 0}, {0, 0, 4}, {1, 1, 1}, {1, 1, 2}},    // inside and on a hull facet
+        {{0, 0, 0}, {4, 0, 0}, {0, 4, 0}, {0, 0, 4}, {2, 0, 0}, {8, 0, 0}},    // on a hull edge, on its line
+        {{1, 0, 0}, {-1, 0, 0}, {0, 1, 0}, {0, -1, 0}, {0, 0, 1}, {0, 0, -1}}, // on one sphere
+        {{1, 0, 0}, {-1, 0, 0}, {0, 1, 0}, {0, -1, 0}, {0, 0, 1}, {0, 0, 0}},
+        {{0, 0, 0}, {9, 1, 2}, {1, 8, 3}, {2, 1, 7}, {3, 3, 3}, {-50, 20, 7}},
+    };
+    for (const Points& vSet : vSets) {
+        std::vector<std::size_t> vOrder(vSet.size());
+        std::iota(vOrder.begin(), vOrder.end(), std::size_t(0));
+        do {
+            SCOPED_TRACE(testing::PrintToString(vOrder));
+            Points vPoints;
+            for (const std::size_t i : vOrder)
+                vPoints.push_back(vSet[i]);
+            for (std::size_t numFirst = 0; numFirst < std::max(vSet.size(), std::size_t(1)); numFirst += 2)
+                for (const bool bBatchFirst : {true, false})
+                    ASSERT_NO_FATAL_FAILURE(expectSound(numbered(vPoints), numFirst, bBatchFirst));
+        } while (std::next_permutation(vOrder.begin(), vOrder.end()));
+    }
+}
+
+/// TrackedTriangulation compares the first tetrahedron with a search through all quadruples.
+TEST(Facade, StartsWithTheFirstNonCoplanarQuadruple)
+{
+    for (std::uint64_t seed = 0; seed < 200; ++seed) {
+        SCOPED_TRACE(seed);
+        Random random(seed);
+        TrackedTriangulation dt;
+        Points vPoints;
+        for (int i = 0; i < 12; ++i) // often several on a line
+            vPoints.emplace_back(random.whole(0, 3), random.whole(0, 9),
+                                 seed % 2 == 0 ? random.whole(0, 1) : 0);
+        dt.insertBatch(numbered(vPoints));
+        for (int z = 1; z < 4; ++z)
+            dt.insertSingle({random.whole(-1, 4), random.whole(0, 9), random.whole(-3, 3)});
+        ASSERT_EQ(dt.findFaults(), "");
+    }
+}
+
+TEST(Facade, CatchesUpWithPointsStoredEarlier)
+{
+    // As many vertices as points of the batch, though three of them are not new.
+    TrackedTriangulation equalByAccident;
+    const Points vFlat = {{0, 0, 0}, {4, 0, 0}, {0, 4, 0}};
+    equalByAccident.insertBatch(numbered(vFlat));
+    equalByAccident.insertSingle({1, 1, 0});
+    equalByAccident.insertBatch({{1, 1, 3}, {0, 0, 0}, {4, 0, 0}, {4, 0, 0}, {0, 0, 0}});
+    EXPECT_EQ(equalByAccident.findFaults(), "");
+
+    TrackedTriangulation fourAndApex;
+    fourAndApex.insertBatch({{0, 0, 0}, {1, 0, 0}, {1, 1, 0}, {0, 1, 0}, {0, 0, 1}});
+    EXPECT_EQ(getTets(fourAndApex.get()).size(), 2u);
+    EXPECT_EQ(fourAndApex.findFaults(), "");
+}
+
+TEST(Facade, LeavesOutWhatSinglesStoredUntilItComesAgain)
+{
+    for (const bool bBatch : {false, true}) {
+        TrackedTriangulation dt;
+        for (const Point3& p : numbered({{0, 0, 0}, {4, 0, 0}, {0, 4, 0}, {4, 4, 0}, {1, 2, 0}, {1, 1, 3}}))
+            dt.insertSingle(p);
+        ASSERT_EQ(dt.findFaults(), "");
+        EXPECT_EQ(dt.getLastOutput(), "Attention: triangulate has got an empty vector\n");
+        EXPECT_EQ(getTets(dt.get()).size(), 1u);
+        ASSERT_EQ(dt.getLeftOut().size(), 2u);
+        const std::vector<Point3*> vHandles = dt.getHandles();
+        for (const Point3* pVtx : vHandles) {
+            const Point3 again = *pVtx;
+            bBatch ? dt.insertBatch({again, again}) : void(dt.insertSingle(again));
+            ASSERT_EQ(dt.getHandles().back(), pVtx);
+        }
+        EXPECT_TRUE(dt.getLeftOut().empty());
+        EXPECT_EQ(dt.findFaults(), "");
+        const std::vector<Tet3*> vTets = getTets(dt.get());
+        dt.insertBatch({*vHandles[0], *vHandles[5]}); // nothing new
+        EXPECT_EQ(getTets(dt.get()), vTets);
+        EXPECT_EQ(dt.findFaults(), "");
+    }
+}
+
+/// Minutes if a search is repeated for every point, or looks at triples.
+TEST(Facade, TakesManyCoplanarPointsInSeconds)
+{
+    const auto plane = std::find_if(getPointSets().begin(), getPointSets().end(),
+                                    [](const PointSet& set) { return set.name == "TiltedPlane"; });
+    Points vPoints = makePoints(*plane, 1000000);
+    const std::clock_t start = std::clock();
+    Vorn_3D batch, single;
+    outputOf([&] { batch.insert(vPoints); });
+    EXPECT_FALSE(batch.is3D());
+    for (std::size_t i = 0; i < 100000; ++i)
+        single.insert(vPoints[i]);
+    EXPECT_FALSE(single.is3D());
+    EXPECT_LT((std::clock() - start) / CLOCKS_PER_SEC, 60);
+}
+
+Point3 middle(const Point3& a, const Point3& b)
+{
+    return {(a.x() + b.x()) / 2, (a.y() + b.y()) / 2, (a.z() + b.z()) / 2};
+}
+
+/// a + b - c
+Point3 parallelogram(const Point3& a, const Point3& b, const Point3& c)
+{
+    return {a.x() + b.x() - c.x(), a.y() + b.y() - c.y(), a.z() + b.z() - c.z()};
+}
+
+/// Every new point lies exactly on a facet or an edge of the mesh, on the line of an edge, in the plane of a
+/// facet or, while the mesh is made of lattice points, often on circumspheres. The coordinates stay exact
+/// throughout.
+TEST(Facade, TakesPointsOnWhateverTheMeshOffers)
+{
+    for (std::uint64_t seed = 0; seed < 40; ++seed) {
+        SCOPED_TRACE(seed);
+        Random random(seed);
+        TrackedTriangulation dt;
+        dt.insertBatch({{0, 0, 0}, {16, 0, 0}, {0, 16, 0}, {0, 0, 16}, {16, 16, 16}, {4, 8, 4}});
+        for (int step = 0; step < 25; ++step) {
+            const std::vector<Tet3*> vTets = getTets(dt.get());
+            const Tet3* pTet = vTets[random.below(vTets.size())];
+            std::array<int, 4> v = {0, 1, 2, 3};
+            std::rotate(v.begin(), v.begin() + static_cast<int>(random.below(4)), v.end());
+            const Point3 &a = *pTet->getCorner(v[0]), &b = *pTet->getCorner(v[1]),
+                         &c = *pTet->getCorner(v[2]);
+            const std::array<Point3, 4> vOffers = {middle(a, b), middle(middle(a, b), c),
+                                                   parallelogram(a, a, b), parallelogram(a, b, c)};
+            const Point3 p = vOffers[random.below(random.below(4) == 0 ? 4 : 2)];
+            ASSERT_EQ(dt.findFaults({p}), "") << "before step " << step;
+            random.below(2) == 0 ? dt.insertBatch({p}) : void(dt.insertSingle(p));
+        }
+        ASSERT_EQ(dt.findFaults(), "");
+    }
+}
+
+/// Random insertions and queries over a small lattice, judged after each step.
+TEST(Facade, SurvivesRandomSequences)
+{
+    for (std::uint64_t seed = 0; seed < 100; ++seed) {
+        SCOPED_TRACE(seed);
+        Random random(seed);
+        const int size = static_cast<int>(seed) % 4 + 1;
+        const auto any = [&] {
+            return random.below(2) == 0 ? random.whole(0, size) : random.whole(0, 2 * size) / 2;
+        };
+        const auto anyPoint = [&] { return Point3(any(), any(), random.below(3) == 0 ? 0 : any()); };
+        TrackedTriangulation dt;
+        for (int step = 0; step < 20; ++step) {
+            Points vPoints(random.below(6), Point3(0, 0, 0));
+            std::generate(vPoints.begin(), vPoints.end(), anyPoint);
+            if (vPoints.size() == 1)
+                dt.insertSingle(vPoints[0]);
+            else
+                dt.insertBatch(vPoints);
+            ASSERT_EQ(dt.findFaults({anyPoint(), anyPoint(), {-1, 0, 0}}), "") << "step " << step;
+        }
+    }
+}
+
+TEST(Facade, RefusesCoordinatesThatAreNotFinite)
+{
+    const double infinity = std::numeric_limits<double>::infinity();
+    const double nan = std::numeric_limits<double>::quiet_NaN();
+    TrackedTriangulation dt;
+    for (const Points& vGood :
+         {Points{}, Points{{0, 0, 0}, {1, 0, 0}}, Points{{0, 1, 0}, {0, 0, 1}, {2, 2, 2}}}) {
+        dt.insertBatch(vGood);
+        const std::vector<Tet3*> vTets = getTets(dt.get());
+        for (const Point3& bad : {Point3(nan, 0, 0), Point3(0, infinity, 0), Point3(0, 0, -infinity)}) {
+            Points vBad = {{5, 5, 5}, {6, 5, 5}, bad, bad, {7, 5, 5}};
+            std::vector<Point3*> vHandles;
+            Point3 single = bad;
+            CapturedOutput batchOutput;
+            EXPECT_THROW(dt.get().insert(vBad, vHandles), VornException);
+            EXPECT_THAT(batchOutput.text(),
+                        AllOf(HasSubstr("Dt3::insert()"), testing::ContainsRegex("[^0-9]2[^0-9]")));
+            CapturedOutput singleOutput;
+            EXPECT_THROW(dt.get().insert(single), VornException);
+            EXPECT_THAT(singleOutput.text(), HasSubstr("Dt3::insert()"));
+            EXPECT_EQ(dt.get().locate(bad), nullptr);
+            EXPECT_EQ(getTets(dt.get()), vTets);
+            EXPECT_EQ(dt.findFaults(), "");
+        }
+    }
+    EXPECT_TRUE(dt.get().is3D());
+}
+
+TEST(Facade, AnswersBeforeThereIsAnything)
+{
+    Vorn_3D dt;
+    std::vector<Point3*> vVertices;
+    std::vector<Tet3*> vTets;
+    dt.getVertices(vVertices);
+    EXPECT_EQ(outputOf([&] { dt.getTetrahedra(vTets); }), "Dt3::getAllTetrahedra(), oneTet==NULL\n");
+    EXPECT_TRUE(vVertices.empty() && vTets.empty() && !dt.is3D());
+    EXPECT_EQ(dt.locate({0, 0, 0}), nullptr);
+}
+
+TEST(Facade, PrintsItsTexts)
+{
+    Vorn_3D dt;
+    Points vPoints = {{0, 0, 0}, {1, 0, 0}}, vNone;
+    std::vector<Point3*> vHandles;
+    EXPECT_EQ(outputOf([&] { dt.insert(vNone); }), "numPoints=0\n");
+    EXPECT_EQ(outputOf([&] { dt.insert(vPoints, vHandles); }), "numPoints=2\n");
+    EXPECT_THAT(outputOf([&] { dt.insert(vPoints, vHandles); }),
+                AllOf(HasSubstr("Dt3::insert()"), HasSubstr("vUserHandles is not empty as it should be")));
+    EXPECT_EQ(vHandles.size(), 2u);
+    dt.setVerbosity(true);
+    EXPECT_THAT(outputOf([&] { dt.insert(vPoints); }),
+                HasSubstr("Dt3::insert(vector,vector) has been called\n"));
+}
+
+TEST(Facade, ListsTheTetrahedraAroundAVertex)
+{
+    TrackedTriangulation dt;
+    dt.insertSingle({0, 0, 0});
+    std::vector<Tet3*> vFound;
+    EXPECT_THAT(outputOf([&] { dt.get().getTetsAroundVertex(dt.getHandles()[0], vFound); }),
+                AllOf(HasSubstr("Dt3::getTetsAroundVertex()"),
+                      HasSubstr("pVtx does not belong to the triangulation")));
+    EXPECT_TRUE(vFound.empty());
+    for (int i = 0; i < 64; ++i)
+        dt.insertBatch({Point3(i % 4, i / 4 % 4, i / 16)});
+    std::vector<Tet3*> vTets = getTets(dt.get());
+    for (Point3* pVtx : dt.getHandles()) {
+        std::vector<Tet3*> vExpected = {nullptr};
+        std::copy_if(vTets.begin(), vTets.end(), std::back_inserter(vExpected),
+                     [&](const Tet3* pTet) { return pTet->hasVertex(pVtx); });
+        vFound = {nullptr}; // what is there stays
+        dt.get().getTetsAroundVertex(pVtx, vFound);
+        ASSERT_EQ(vFound, vExpected);
+    }
+    outputOf([&] { EXPECT_THROW(dt.get().getTetrahedra(vTets), VornException); });
+}
+
+} // namespace
+} // namespace VORN3D::tests
