@@ -13,7 +13,7 @@ namespace VORN3D::tests
 namespace
 {
 
-/// Two tetrahedra on a common facet, or 60 points of a ball, with what a saboteur needs to get at them.
+/// A mesh, and what a saboteur needs to get at it.
 struct Victim
 {
     explicit Victim(std::vector<Point3> vPoints) : vInput(std::move(vPoints))
@@ -41,9 +41,16 @@ struct Victim
     Point3 stranger;
 };
 
+/// Two tetrahedra on a common facet.
 std::vector<Point3> twoTets()
 {
     return {{1, 0, 0}, {-0.5, 1, 0}, {-0.5, -1, 0}, {0, 0, 2}, {0, 0, -2}};
+}
+
+/// Three tetrahedra around an edge.
+std::vector<Point3> threeTets()
+{
+    return {{1, 0, 0}, {-0.5, 1, 0}, {-0.5, -1, 0}, {0, 0, 0.2}, {0, 0, -0.2}};
 }
 
 std::vector<Point3> someBall()
@@ -127,7 +134,9 @@ const std::vector<Sabotage>& getSabotages()
              cut(pTet, 2);
              cut(pTet, 3);
          }},
-        {"no sphere or disc", someBall, [](Victim& v) { cut(v.innerTet(), 3); }},
+        {"Euler", someBall, [](Victim& v) { cut(v.innerTet(), 3); }},
+        {"no sphere or disc", threeTets,
+         [](Victim& v) { cut(v.vTets[0], v.vTets[0]->getIntraTetIndex(v.vTets[1])); }},
         {"not convex", twoTets, [](Victim& v) { v.vHandles[3]->exchange(3, 0, 2); }},
         {"beyond the hull facet", twoTets, [](Victim& v) { v.vHandles[3]->exchange(3, 0, 2); }},
         {"is inside the circumsphere of its neighbour", twoTets,
