@@ -29,8 +29,7 @@ struct GenerateOptions
 };
 
 /// Writes the generated points in blocks; an interruption is noticed after each.
-void writePoints(const GenerateOptions& options, AppendFunction* pAppend, const InterruptionWatch& watch,
-                 OutputFile& file)
+void writePoints(const GenerateOptions& options, AppendFunction* pAppend, OutputFile& file)
 {
     PointGenerator generator(options.shape, options.numPoints, options.seed);
     Progress progress("generating", options.numPoints);
@@ -42,7 +41,6 @@ void writePoints(const GenerateOptions& options, AppendFunction* pAppend, const 
         file.write(block);
         block.clear();
         progress.update(i);
-        watch.check();
     }
 }
 
@@ -51,7 +49,7 @@ ExitStatus generate(const GenerateOptions& options)
     AppendFunction* pAppend = chooseFormat(getPointWriters(), options.output, options.outputFormat).pFunction;
     const InterruptionWatch watch;
     OutputFile file(options.output);
-    writePoints(options, pAppend, watch, file);
+    writePoints(options, pAppend, file);
     file.commit();
     return exitSuccess;
 }

@@ -1,7 +1,5 @@
 #include "Interruption.h"
 
-#include <csignal>
-
 namespace VORN3D::program
 {
 
@@ -17,21 +15,29 @@ extern "C" void requestInterruption(int)
 
 } // namespace
 
-InterruptionWatch::InterruptionWatch()
-    : m_pOldInterrupt(std::signal(SIGINT, requestInterruption)),
-      m_pOldTerminate(std::signal(SIGTERM, requestInterruption))
+InterruptionWatch::InterruptionWatch() : m_oldInterrupt(), m_oldTerminate()
 {
+    struct sigaction action = {};
+    action.sa_handler = requestInterruption;
+    action.sa_flags = static_cast<int>(SA_RESETHAND);
+    sigaction(SIGINT, &action, &m_oldInterrupt);
+    sigaction(SIGTERM, &action, &m_oldTerminate);
 }
 
 InterruptionWatch::~InterruptionWatch()
 {
-    std::signal(SIGINT, m_pOldInterrupt);
-    std::signal(SIGTERM, m_pOldTerminate);
+    sigaction(SIGINT, &m_oldInterrupt, nullptr);
+    sigaction(SIGTERM, &m_oldTerminate, nullptr);
 }
 
-void InterruptionWatch::check() const
+bool InterruptionWatch::isRequested()
 {
-    if (bRequested)
+    return bRequested != 0;
+}
+
+void InterruptionWatch::check()
+{
+    if (isRequested())
         throw Interrupted();
 }
 

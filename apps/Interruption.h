@@ -1,6 +1,9 @@
 #pragma once
 
+#include <csignal>
 #include <stdexcept>
+
+#include <signal.h>
 
 namespace VORN3D::program
 {
@@ -13,7 +16,8 @@ public:
 };
 
 /// While it lives, Ctrl-C and the termination signal do not end the process at once but make the next check()
-/// throw Interrupted, so that the work in hand is cleaned up. One at a time.
+/// throw Interrupted, so that the work in hand is cleaned up. A system call that waits fails then. A second
+/// signal of the kind ends the process at once. One at a time.
 class InterruptionWatch
 {
 public:
@@ -22,13 +26,12 @@ public:
     InterruptionWatch(const InterruptionWatch&) = delete;
     InterruptionWatch& operator=(const InterruptionWatch&) = delete;
 
-    void check() const;
+    static bool isRequested();
+    static void check();
 
 private:
-    using Handler = void (*)(int);
-
-    Handler m_pOldInterrupt;
-    Handler m_pOldTerminate;
+    struct sigaction m_oldInterrupt;
+    struct sigaction m_oldTerminate;
 };
 
 } // namespace VORN3D::program

@@ -1,12 +1,22 @@
 #include "LibraryOutput.h"
 
+#include <algorithm>
+#include <iterator>
+
 namespace VORN3D::program
 {
 
 namespace
 {
 
-constexpr const char* batchLine = "numPoints=";
+/// How the lines begin that say nothing but what is being done.
+constexpr const char* routineLines[] = {"numPoints=", "** CheckValidity at", "   with", "   vTets.size()="};
+
+bool isRoutine(const std::string& line)
+{
+    return line == "\n" || std::any_of(std::begin(routineLines), std::end(routineLines),
+                                       [&](const char* begin) { return line.rfind(begin, 0) == 0; });
+}
 
 } // namespace
 
@@ -28,7 +38,7 @@ LibraryOutput::int_type LibraryOutput::overflow(int_type c)
 
 void LibraryOutput::passOnLine()
 {
-    if (m_bEverything || m_line.rfind(batchLine, 0) != 0)
+    if (m_bEverything || !isRoutine(m_line))
         std::cerr << m_line;
     m_line.clear();
 }

@@ -8,8 +8,8 @@ namespace VORN3D::program
 {
 
 /// While it lives, what the library prints on std::cout goes to standard error, line by line, so that the
-/// program's standard output holds nothing but its result. The line that the library prints for every batch
-/// is left out unless all lines are wanted; warnings and errors always come through.
+/// program's standard output holds nothing but its result. What the library prints for every batch and for
+/// every check is left out unless all lines are wanted; warnings and errors always come through.
 class LibraryOutput : private std::streambuf
 {
 public:

@@ -1,5 +1,7 @@
 #include "Progress.h"
 
+#include "Interruption.h"
+
 #include <algorithm>
 #include <cstdio>
 #include <utility>
@@ -32,8 +34,17 @@ Progress::~Progress()
         std::fputs(eraseLine, stderr);
 }
 
+void Progress::announce()
+{
+    if (!m_bTerminal)
+        return;
+    std::fprintf(stderr, "%s%s", eraseLine, m_label.c_str());
+    m_bDrawn = true;
+}
+
 void Progress::update(std::size_t done)
 {
+    InterruptionWatch::check();
     if (!m_bTerminal || Clock::now() < m_nextDraw)
         return;
     draw(done);

@@ -10,7 +10,8 @@ namespace VORN3D::program
 /// One line on standard error that shows how far a long step has come, and goes away when the step ends.
 ///
 /// It appears only on a terminal and only if the step takes longer than half a second. update() may be called
-/// often: it looks at the clock and redraws ten times a second at most.
+/// often: it looks at the clock and redraws ten times a second at most. It throws Interrupted if the user has
+/// asked the program to stop while an InterruptionWatch lives.
 class Progress
 {
 public:
@@ -21,6 +22,9 @@ public:
     Progress& operator=(const Progress&) = delete;
 
     void update(std::size_t done);
+
+    /// Shows the name of a step that cannot tell how far it has come.
+    void announce();
 
 private:
     using Clock = std::chrono::steady_clock;

@@ -3,8 +3,7 @@
 #include "vorn3d/Vorn_3D.h"
 
 #include <algorithm>
-#include <iomanip>
-#include <ostream>
+#include <cmath>
 
 namespace VORN3D::program
 {
@@ -18,12 +17,6 @@ std::size_t countHullFacets(const Tet3& tet)
     for (int i = 0; i < 4; ++i)
         num += tet.getOppTet(i) == nullptr;
     return num;
-}
-
-/// Writes the name in a column of its own.
-std::ostream& beginLine(std::ostream& os, const char* name)
-{
-    return os << std::left << std::setw(19) << name << std::right;
 }
 
 double getPointsPerSecond(const Summary& summary)
@@ -52,17 +45,15 @@ MeshCounts countMesh(const Vorn_3D& triangulation)
     return counts;
 }
 
-std::ostream& operator<<(std::ostream& os, const Summary& summary)
+void Summary::addTo(Report& report) const
 {
-    beginLine(os, "points:") << summary.numPoints << '\n';
-    beginLine(os, "vertices:") << summary.counts.numVertices << '\n';
-    beginLine(os, "tetrahedra:") << summary.counts.numTetrahedra << '\n';
-    beginLine(os, "hull facets:") << summary.counts.numHullFacets << '\n';
-    os << std::fixed << std::setprecision(3);
-    beginLine(os, "reading:") << summary.secondsReading << " s\n";
-    beginLine(os, "triangulating:") << summary.secondsTriangulating << " s\n";
-    beginLine(os, "points per second:") << std::setprecision(0) << getPointsPerSecond(summary) << '\n';
-    return os;
+    report.add("points", numPoints);
+    report.add("vertices", counts.numVertices);
+    report.add("tetrahedra", counts.numTetrahedra);
+    report.add("hull facets", counts.numHullFacets);
+    report.add("reading", secondsReading, "s");
+    report.add("triangulating", secondsTriangulating, "s");
+    report.add("points per second", std::llround(getPointsPerSecond(*this)));
 }
 
 } // namespace VORN3D::program

@@ -1,7 +1,8 @@
 #pragma once
 
+#include "Report.h"
+
 #include <cstddef>
-#include <iosfwd>
 
 namespace VORN3D
 {
@@ -21,16 +22,15 @@ struct MeshCounts
 
 MeshCounts countMesh(const Vorn_3D& triangulation);
 
-/// What `vorn3d triangulate` reports.
+/// What `vorn3d triangulate` always reports.
 struct Summary
 {
     std::size_t numPoints = 0;
     MeshCounts counts;
     double secondsReading = 0.0;
     double secondsTriangulating = 0.0;
-};
 
-/// One "name: value" line for each number.
-std::ostream& operator<<(std::ostream& os, const Summary& summary);
+    void addTo(Report& report) const;
+};
 
 } // namespace VORN3D::program

@@ -1,6 +1,10 @@
 #include "TriangulateCommand.h"
 
+#include "Interruption.h"
 #include "LibraryOutput.h"
+#include "Progress.h"
+#include "Report.h"
+#include "Statistics.h"
 #include "Stopwatch.h"
 #include "Summary.h"
 #include "input/readPoints.h"
@@ -20,37 +24,91 @@ struct TriangulateOptions
 {
     std::string input;
     std::string inputFormat;
+    bool bCheck = false;
+    bool bStatistics = false;
+    bool bJson = false;
     bool bVerbose = false;
 };
 
-/// Inserts the points, takes the time and counts what came out.
-void insertPoints(std::vector<Point3>& vPoints, bool bVerbose, Summary& summary)
+void insertPoints(std::vector<Point3>& vPoints, Vorn_3D& triangulation)
 {
-    const LibraryOutput redirection(bVerbose);
-    Vorn_3D triangulation;
-    triangulation.setVerbosity(bVerbose);
-    const Stopwatch stopwatch;
+    Progress progress("triangulating", vPoints.size());
+    triangulation.setProgressObserver([&](std::size_t numDone, std::size_t) {
+        progress.update(numDone);
+        return true;
+    });
     triangulation.insert(vPoints);
-    summary.secondsTriangulating = stopwatch.getSeconds();
+    triangulation.setProgressObserver({});
+    InterruptionWatch::check();
+}
+
+/// Inserts the points of the file, takes the times and counts what came out.
+Summary fillTriangulation(const TriangulateOptions& options, Vorn_3D& triangulation)
+{
+    Summary summary;
+    const Stopwatch reading;
+    std::vector<Point3> vPoints = readPoints(options.input, options.inputFormat);
+    summary.secondsReading = reading.getSeconds();
+    summary.numPoints = vPoints.size();
+    const Stopwatch inserting;
+    insertPoints(vPoints, triangulation);
+    summary.secondsTriangulating = inserting.getSeconds();
     summary.counts = countMesh(triangulation);
+    return summary;
+}
+
+bool checkMesh(const std::string& name, Vorn_3D& triangulation)
+{
+    Progress progress("checking", 0);
+    progress.announce();
+    const bool bSound = triangulation.checkValidity(name, true);
+    InterruptionWatch::check();
+    return bSound;
+}
+
+void addStatistics(const Summary& summary, const Vorn_3D& triangulation, Report& report)
+{
+    report.add("duplicates", summary.numPoints - summary.counts.numVertices);
+    if (triangulation.is3D())
+        measureMesh(triangulation).addTo(report);
+    report.add("peak memory", getPeakMemory(), "bytes");
+}
+
+/// Does what the options ask for; the library's messages stay off standard output meanwhile.
+ExitStatus work(const TriangulateOptions& options, Report& report)
+{
+    const LibraryOutput redirection(options.bVerbose);
+    const std::string name = getDisplayName(options.input);
+    Vorn_3D triangulation;
+    triangulation.setVerbosity(options.bVerbose);
+    const Summary summary = fillTriangulation(options, triangulation);
+    summary.addTo(report);
+    if (options.bStatistics)
+        addStatistics(summary, triangulation, report);
+    if (!triangulation.is3D()) {
+        std::cerr << name << ": all points lie in one plane: there is no tetrahedron\n";
+        return exitCoplanar;
+    }
+    if (!options.bCheck)
+        return exitSuccess;
+    const bool bSound = checkMesh(name, triangulation);
+    report.add("valid", bSound);
+    return bSound ? exitSuccess : exitFailure;
 }
 
 ExitStatus triangulate(const TriangulateOptions& options)
 {
-    Summary summary;
-    const Stopwatch stopwatch;
-    std::vector<Point3> vPoints = readPoints(options.input, options.inputFormat);
-    summary.secondsReading = stopwatch.getSeconds();
-    summary.numPoints = vPoints.size();
-
-    insertPoints(vPoints, options.bVerbose, summary);
-    std::cout << summary << std::flush;
+    const InterruptionWatch watch;
+    Report report;
+    const ExitStatus status = work(options, report);
+    if (options.bJson)
+        report.printJson(std::cout);
+    else
+        report.printText(std::cout);
+    std::cout.flush();
     if (!std::cout)
         throw std::runtime_error("cannot write the summary to standard output");
-    if (summary.counts.numTetrahedra > 0)
-        return exitSuccess;
-    std::cerr << getDisplayName(options.input) << ": all points lie in one plane: there is no tetrahedron\n";
-    return exitCoplanar;
+    return status;
 }
 
 const char* const description =
@@ -65,10 +123,16 @@ double nearest to it; NaN, infinities and numbers beyond the range of double are
 Equal points make one vertex. Points that all lie in one plane make no tetrahedron: the exit status
 is 3 then. All exit statuses are listed by vorn3d --help.
 
+Statistics are computed in floating-point arithmetic. The edge ratio of a tetrahedron is that of its
+longest edge to its shortest; it counts as flat if its volume is below 1e-10 of its longest edge's cube.
+
+Ctrl-C ends the work with a message and status 130.
+
 Examples:
   vorn3d triangulate scan.xyz
   zcat scan.csv.gz | vorn3d triangulate -
   vorn3d triangulate --format bin points.dat
+  vorn3d triangulate scan.xyz --check --stats --json
 )";
 
 } // namespace
@@ -81,6 +145,13 @@ void addTriangulateCommand(CLI::App& app, ExitStatus& status)
         ->required();
     pCommand->add_option("--format", pOptions->inputFormat, "Read this format, whatever the file's extension")
         ->check(CLI::IsMember(getFormatNames(getPointFormats())));
+    pCommand->add_flag(
+        "--check", pOptions->bCheck,
+        "Check the mesh, exactly: links, orientation, empty spheres; a fault is named on standard "
+        "error and drawn in a file 00000_....list, and the exit status is 1");
+    pCommand->add_flag("--stats", pOptions->bStatistics,
+                       "Report area, volume, angles, edge ratios, duplicates and memory too");
+    pCommand->add_flag("--json", pOptions->bJson, "Print the report as a JSON object");
     pCommand->add_flag("-v,--verbose", pOptions->bVerbose,
                        "Show the library's own messages on standard error");
     pCommand->footer("Formats of points, chosen by the file's extension in small letters or capitals:" +

@@ -24,7 +24,8 @@ const char* const notes = R"(Each command has its own help, for instance vorn3d 
 
 Exit status:
   0    done
-  1    the work failed: output that cannot be written, memory exhausted, an internal error
+  1    the work failed: output that cannot be written, memory exhausted, a fault found by --check,
+       an internal error
   2    the command line or an input file cannot be used
   3    all points lie in one plane: there is no tetrahedron
   130  interrupted

@@ -1,6 +1,7 @@
 #include "input/ByteSource.h"
 
 #include "InputError.h"
+#include "Interruption.h"
 
 #include <cerrno>
 #include <cstring>
@@ -45,8 +46,11 @@ ByteSource::ByteSource(const std::string& path)
 std::size_t ByteSource::read(char* buffer, std::size_t size)
 {
     const std::size_t numBytes = std::fread(buffer, 1, size, m_file.get());
-    if (numBytes < size && std::ferror(m_file.get()))
-        throw InputError(m_name, std::strerror(errno));
+    if (numBytes < size && std::ferror(m_file.get())) {
+        const int error = errno;
+        InterruptionWatch::check();
+        throw InputError(m_name, std::strerror(error));
+    }
     m_numRead += numBytes;
     m_progress.update(m_numRead);
     return numBytes;

@@ -6,6 +6,9 @@
 
 #include <gtest/gtest.h>
 
+#include <nlohmann/json.hpp>
+
+#include <cmath>
 #include <map>
 
 #include <sys/wait.h>
@@ -81,6 +84,59 @@ TEST_F(Program, CountsTheMesh)
     EXPECT_EQ(summary["hull facets"], 48);
     EXPECT_GE(summary["tetrahedra"], 40);
     EXPECT_LE(summary["tetrahedra"], 48);
+}
+
+TEST_F(Program, MeasuresAndChecksTheMesh)
+{
+    // The grid of 3 x 3 x 3 again. Its tetrahedra have edges of 1, sqrt(2) and sqrt(3), or are regular.
+    const Outcome outcome =
+        run("{ vorn3d generate --shape grid -n 27 -o -; vorn3d generate --shape grid -n 27 -o -; } |"
+            " vorn3d triangulate - --stats --check --json");
+    EXPECT_EQ(outcome.status, exitSuccess);
+    EXPECT_EQ(outcome.errors, "");
+    const auto report = nlohmann::json::parse(outcome.output);
+    EXPECT_EQ(report.at("valid"), true);
+    EXPECT_EQ(report.at("duplicates"), 27);
+    EXPECT_DOUBLE_EQ(report.at("hull_area"), 24.0);
+    EXPECT_DOUBLE_EQ(report.at("hull_volume"), 8.0);
+    EXPECT_DOUBLE_EQ(report.at("sum_of_volumes"), 8.0);
+    EXPECT_EQ(report.at("flat_tetrahedra"), 0);
+    const auto& histogram = report.at("edge_ratio");
+    const int numLow = histogram.at("1 to 1.5");
+    const int numMiddle = histogram.at("1.5 to 2");
+    EXPECT_EQ(report.at("tetrahedra"), numLow + numMiddle);
+    EXPECT_GT(report.at("peak_memory_bytes"), 100000);
+}
+
+TEST_F(Program, MeasuresAngles)
+{
+    m_directory.write("corner.xyz", "0 0 0\n1 0 0\n0 1 0\n0 0 1\n");
+    const auto corner = nlohmann::json::parse(run("vorn3d triangulate corner.xyz --stats --json").output);
+    EXPECT_NEAR(corner.at("least_dihedral_angle_degrees"), std::acos(1 / std::sqrt(3.0)) * 180.0 / M_PI,
+                1e-12);
+    EXPECT_NEAR(corner.at("greatest_dihedral_angle_degrees"), 90.0, 1e-12);
+
+    // A square of side 1 whose fourth corner is lifted by 2e-11: two facets meet at almost 180 degrees.
+    m_directory.write("sliver.xyz", "0 0 0\n1 0 0\n1 1 0\n0 1 2e-11\n");
+    const Outcome outcome = run("vorn3d triangulate sliver.xyz --stats --json");
+    const auto report = nlohmann::json::parse(outcome.output);
+    EXPECT_EQ(report.at("flat_tetrahedra"), 1);
+    EXPECT_NEAR(report.at("sum_of_volumes"), 1e-11 / 3.0, 1e-24);
+    EXPECT_NEAR(report.at("least_dihedral_angle_degrees"), 2e-11 * 180.0 / M_PI, 1e-12);
+    EXPECT_NEAR(report.at("hull_area"), 2.0, 1e-9);
+}
+
+TEST_F(Program, StopsWhenInterrupted)
+{
+    const std::string interrupted = "timeout --preserve-status --signal INT ";
+    run("vorn3d generate -n 3000000 -o large.bin");
+    for (const std::string command : {"1 " VORN3D_PROGRAM " triangulate large.bin",
+                                      "0.2 " VORN3D_PROGRAM " triangulate - < <(sleep 3)"}) {
+        const Outcome outcome = run("bash -c '" + interrupted + command + "'");
+        EXPECT_EQ(outcome.status, exitInterrupted) << command;
+        EXPECT_EQ(outcome.errors, "vorn3d: interrupted\n");
+        EXPECT_EQ(outcome.output, "");
+    }
 }
 
 TEST_F(Program, ReportsBadInputWithStatus2)
