@@ -201,6 +201,10 @@ private:
     std::size_t getNumTets() const;
     Tet3* findLiveTet() const;
 
+    bool areAllFlawless(const std::vector<Tet3*>& vTets, bool bCheckSphereInc) const;
+    bool isFlawless(const Tet3* pTet, bool bCheckSphereInc) const;
+    static int findIndexInNeighbor(const Tet3* pTet, int ici);
+    bool checkTet(const Tet3* pTet, const std::string& name, bool bCheckSphereInc) const;
     static void checkUnvisited(const Tet3* pTet);
     bool checkNegativeSide(const Tet3* pTet, int ici, const Point3* pFarVtx, const std::string& name) const;
     bool checkEmptySphere(const Tet3* pTet, const Point3* pFarVtx) const;

@@ -1,4 +1,5 @@
 // The validity checker: sound meshes, and meshes with a fault made on purpose.
+#include "NaloTest3.h"
 #include "OoglReader.h"
 #include "TemporaryDirectory.h"
 #include "outcomes.h"
@@ -6,6 +7,8 @@
 #include "vorn3d/testDataGenerators.h"
 
 #include <cmath>
+#include <map>
+#include <random>
 #include <utility>
 
 namespace VORN3D::tests
@@ -208,6 +211,55 @@ TEST_F(Validity, FlippedTetrahedronIsFoundWhereverItIs)
         swapCornersAndNeighbors(pTet);
     }
     EXPECT_THAT(check(true), HasSubstr(SUCCESS));
+}
+
+/// The verdict by the plain definition: every facet from both sides.
+bool isValid(const std::vector<Tet3*>& vTets, bool bWithSpheres)
+{
+    const NaloTest3 predicates;
+    for (const Tet3* pTet : vTets)
+        for (int i = 0; i < 4; ++i)
+            if (const Point3* pFarVtx = pTet->getOppVtxInOppTet(i, true))
+                if (predicates.getOrientation3(pTet, i, pFarVtx) != ORIENTATION3_NEGATIVE ||
+                    (bWithSpheres && predicates.sphereInclusionTest(pTet, pFarVtx) == SIC_INSIDE))
+                    return false;
+    return true;
+}
+
+TEST_F(Validity, VerdictOnRandomFaultsIsThatOfTheDefinition)
+{
+    std::mt19937 engine(11);
+    const auto below = [&engine](std::size_t num) { return engine() % num; };
+    std::map<bool, int> numVerdicts;
+    for (int round = 0; round < 400; ++round) {
+        SCOPED_TRACE(round);
+        std::vector<Point3> vPoints;
+        for (int n = 0; n < 10; ++n)
+            vPoints.emplace_back(double(below(9)), double(below(9)), double(below(9)));
+        Vorn_3D triangulation;
+        std::vector<Point3*> vVertices;
+        std::vector<Tet3*> vTets;
+        outputOf([&] { triangulation.insert(vPoints, vVertices); });
+        triangulation.getTetrahedra(vTets);
+
+        Tet3* const pTet = vTets[below(vTets.size())];
+        Point3* const pVtx = vVertices[below(vVertices.size())];
+        if (round % 4 == 0)
+            swapCornersAndNeighbors(pTet);
+        else if (round % 4 == 1)
+            pTet->setCorner(int(below(4)), pVtx);
+        else
+            pVtx->exchange(pVtx->x() + 0.25 * double(below(3)), pVtx->y(), pVtx->z() - 0.5);
+        for (const bool bWithSpheres : {false, true}) {
+            const bool bExpected = isValid(vTets, bWithSpheres);
+            bool bFound = !bExpected;
+            outputOf([&] { bFound = triangulation.checkValidity("here", bWithSpheres); });
+            EXPECT_EQ(bFound, bExpected);
+            ++numVerdicts[bFound];
+        }
+    }
+    EXPECT_GT(numVerdicts[true], 50);
+    EXPECT_GT(numVerdicts[false], 50);
 }
 
 TEST_F(Validity, BrokenLinkEndsTheProcess)
