@@ -39,7 +39,7 @@ std::vector<std::string> getFormatNames(const FileFormats<Function>& vFormats)
 template <typename Function>
 std::string describeFormats(const FileFormats<Function>& vFormats)
 {
-    constexpr std::size_t columnWidth = 7;
+    constexpr std::size_t columnWidth = 8;
     std::string text;
     for (const auto& format : vFormats) {
         text += "\n  " + format.name + std::string(columnWidth - format.name.size(), ' ') +
@@ -58,23 +58,35 @@ inline std::string getLowerExtension(const std::string& path)
     return extension;
 }
 
-/// The format of that name or, if the name is empty, the one of the path's extension. Throws InputError if
-/// there is none.
+template <typename Function, typename Condition>
+const FileFormat<Function>& findFormat(const FileFormats<Function>& vFormats, const std::string& path,
+                                       const Condition& isWanted)
+{
+    const auto found = std::find_if(vFormats.begin(), vFormats.end(), isWanted);
+    if (found == vFormats.end())
+        throw InputError(path, "unknown file format; known are" + describeFormats(vFormats));
+    return *found;
+}
+
+/// The format of the path's extension. Throws InputError if there is none.
+template <typename Function>
+const FileFormat<Function>& chooseFormatOfExtension(const FileFormats<Function>& vFormats,
+                                                    const std::string& path)
+{
+    return findFormat(vFormats, path, [extension = getLowerExtension(path)](const auto& format) {
+        return std::count(format.vExtensions.begin(), format.vExtensions.end(), extension) > 0;
+    });
+}
+
+/// The format of that name or, if the name is empty, the one of the path's extension, if it has one. Throws
+/// InputError if there is none.
 template <typename Function>
 const FileFormat<Function>& chooseFormat(const FileFormats<Function>& vFormats, const std::string& path,
                                          const std::string& name)
 {
-    const std::string extension = getLowerExtension(path);
-    if (name.empty() && extension.empty())
-        return vFormats.front();
-    const auto found = std::find_if(vFormats.begin(), vFormats.end(), [&](const auto& format) {
-        const auto& vExtensions = format.vExtensions;
-        return name.empty() ? std::count(vExtensions.begin(), vExtensions.end(), extension) > 0
-                            : format.name == name;
-    });
-    if (found == vFormats.end())
-        throw InputError(path, "unknown file format; known are" + describeFormats(vFormats));
-    return *found;
+    if (!name.empty())
+        return findFormat(vFormats, path, [&](const auto& format) { return format.name == name; });
+    return getLowerExtension(path).empty() ? vFormats.front() : chooseFormatOfExtension(vFormats, path);
 }
 
 } // namespace VORN3D::program

@@ -10,7 +10,9 @@ namespace
 {
 
 /// How the lines begin that say nothing but what is being done.
-constexpr const char* routineLines[] = {"numPoints=", "** CheckValidity at", "   with", "   vTets.size()="};
+constexpr const char* routineLines[] = {"numPoints=",       "** CheckValidity at", "   with",
+                                        "   vTets.size()=", "Visualizer, writing", "  Writing",
+                                        "  Dt3::show()"};
 
 bool isRoutine(const std::string& line)
 {

@@ -8,6 +8,7 @@
 #include "Stopwatch.h"
 #include "Summary.h"
 #include "input/readPoints.h"
+#include "output/meshWriters.h"
 
 #include "vorn3d/Vorn_3D.h"
 
@@ -24,6 +25,7 @@ struct TriangulateOptions
 {
     std::string input;
     std::string inputFormat;
+    std::vector<std::string> vOutputs;
     bool bCheck = false;
     bool bStatistics = false;
     bool bJson = false;
@@ -74,6 +76,19 @@ void addStatistics(const Summary& summary, const Vorn_3D& triangulation, Report&
     report.add("peak memory", getPeakMemory(), "bytes");
 }
 
+void writeOutputs(const TriangulateOptions& options, Vorn_3D& triangulation)
+{
+    if (options.vOutputs.empty())
+        return;
+    const Mesh mesh = makeMesh(triangulation);
+    for (const std::string& path : options.vOutputs) {
+        OutputFile file(path);
+        chooseMeshFormat(path).pFunction({triangulation, mesh}, file);
+        InterruptionWatch::check();
+        file.commit();
+    }
+}
+
 /// Does what the options ask for; the library's messages stay off standard output meanwhile.
 ExitStatus work(const TriangulateOptions& options, Report& report)
 {
@@ -89,15 +104,20 @@ ExitStatus work(const TriangulateOptions& options, Report& report)
         std::cerr << name << ": all points lie in one plane: there is no tetrahedron\n";
         return exitCoplanar;
     }
-    if (!options.bCheck)
-        return exitSuccess;
-    const bool bSound = checkMesh(name, triangulation);
-    report.add("valid", bSound);
-    return bSound ? exitSuccess : exitFailure;
+    if (options.bCheck) {
+        const bool bSound = checkMesh(name, triangulation);
+        report.add("valid", bSound);
+        if (!bSound)
+            return exitFailure;
+    }
+    writeOutputs(options, triangulation);
+    return exitSuccess;
 }
 
 ExitStatus triangulate(const TriangulateOptions& options)
 {
+    for (const std::string& path : options.vOutputs)
+        chooseMeshFormat(path);
     const InterruptionWatch watch;
     Report report;
     const ExitStatus status = work(options, report);
@@ -126,13 +146,16 @@ is 3 then. All exit statuses are listed by vorn3d --help.
 Statistics are computed in floating-point arithmetic. The edge ratio of a tetrahedron is that of its
 longest edge to its shortest; it counts as flat if its volume is below 1e-10 of its longest edge's cube.
 
-Ctrl-C ends the work with a message and status 130.
+In files of meshes, vertices are in the order of the input, without the repetitions of equal points, and
+tetrahedra are positively oriented. A file appears under its name when it is complete. A mesh that fails
+the check is not written. Ctrl-C ends the work with a message and status 130.
 
 Examples:
   vorn3d triangulate scan.xyz
   zcat scan.csv.gz | vorn3d triangulate -
   vorn3d triangulate --format bin points.dat
   vorn3d triangulate scan.xyz --check --stats --json
+  vorn3d triangulate scan.xyz -o scan.mesh -o hull.ply
 )";
 
 } // namespace
@@ -145,6 +168,10 @@ void addTriangulateCommand(CLI::App& app, ExitStatus& status)
         ->required();
     pCommand->add_option("--format", pOptions->inputFormat, "Read this format, whatever the file's extension")
         ->check(CLI::IsMember(getFormatNames(getPointFormats())));
+    pCommand
+        ->add_option("-o,--output", pOptions->vOutputs,
+                     "Write the mesh into this file, in the format of its extension; may be given repeatedly")
+        ->allow_extra_args(false);
     pCommand->add_flag(
         "--check", pOptions->bCheck,
         "Check the mesh, exactly: links, orientation, empty spheres; a fault is named on standard "
@@ -155,7 +182,8 @@ void addTriangulateCommand(CLI::App& app, ExitStatus& status)
     pCommand->add_flag("-v,--verbose", pOptions->bVerbose,
                        "Show the library's own messages on standard error");
     pCommand->footer("Formats of points, chosen by the file's extension in small letters or capitals:" +
-                     describeFormats(getPointFormats()) + notes);
+                     describeFormats(getPointFormats()) + "\n\nFormats of meshes, chosen in the same way:" +
+                     describeFormats(getMeshFormats()) + notes);
     pCommand->callback([pOptions, &status] { status = triangulate(*pOptions); });
 }
 

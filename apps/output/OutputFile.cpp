@@ -1,5 +1,7 @@
 #include "output/OutputFile.h"
 
+#include "Interruption.h"
+
 #include <cerrno>
 #include <filesystem>
 #include <system_error>
@@ -77,7 +79,9 @@ void OutputFile::commit()
 
 void OutputFile::fail() const
 {
-    throw std::system_error(errno, std::generic_category(), m_path);
+    const int error = errno;
+    InterruptionWatch::check();
+    throw std::system_error(error, std::generic_category(), m_path);
 }
 
 } // namespace VORN3D::program

@@ -21,6 +21,12 @@ public:
     OutputFile(const OutputFile&) = delete;
     OutputFile& operator=(const OutputFile&) = delete;
 
+    /// Where the file will stand in the end.
+    const std::string& getPath() const { return m_path; }
+
+    /// Where others may write the bytes instead of write().
+    const std::string& getWritablePath() const { return m_temporaryPath.empty() ? m_path : m_temporaryPath; }
+
     void write(std::string_view bytes);
     void commit();
 

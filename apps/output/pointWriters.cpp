@@ -1,23 +1,13 @@
 #include "output/pointWriters.h"
 
 #include "littleEndian.h"
-
-#include <charconv>
+#include "output/numberText.h"
 
 namespace VORN3D::program
 {
 
 namespace
 {
-
-/// The shortest digits that read back as the same double.
-void appendNumber(std::string& text, double value)
-{
-    // The longest such number, as -2.2250738585072014e-308, has 24 characters.
-    std::array<char, 32> digits;
-    const auto result = std::to_chars(digits.data(), digits.data() + digits.size(), value);
-    text.append(digits.data(), result.ptr);
-}
 
 void appendText(std::string& bytes, const Coordinates& point)
 {

@@ -164,6 +164,7 @@ TEST_F(Program, RefusesUnusableArgumentsWithStatus2)
     for (const std::string arguments :
          {"", "triangulate", "triangulate a.las", "triangulate --format las a.xyz", "refine", "generate -n 5",
           "generate -n 5 -o a.ply", "generate -n 0 -o a.xyz", "generate -n -5 -o a.xyz",
+          "triangulate - -o mesh", "triangulate - -o -", "triangulate a.xyz -o a.mesh -o a.docx",
           "generate -n 5 --shape torus -o a.xyz", "generate -n 5 --seed -1 -o a.xyz"}) {
         const Outcome outcome = run("vorn3d " + arguments);
         EXPECT_EQ(outcome.status, exitBadInput) << arguments;
@@ -175,8 +176,10 @@ TEST_F(Program, RefusesUnusableArgumentsWithStatus2)
 
 TEST_F(Program, TellsCoplanarPointsByStatus3)
 {
-    const Outcome outcome = run("vorn3d generate --shape grid -n 8 -o - | head -n 4 | vorn3d triangulate -");
+    const Outcome outcome =
+        run("vorn3d generate --shape grid -n 8 -o - | head -n 4 | vorn3d triangulate - --check -o a.mesh");
     EXPECT_EQ(outcome.status, exitCoplanar);
+    EXPECT_EQ(m_directory.list(), "");
     EXPECT_EQ(parseSummary(outcome.output)["tetrahedra"], 0);
     EXPECT_EQ(outcome.errors, "<stdin>: all points lie in one plane: there is no tetrahedron\n");
 }
@@ -232,6 +235,27 @@ TEST_F(Program, LeavesNoHalfFile)
     EXPECT_EQ(run("vorn3d generate -n 100000 -o - >/dev/full").status, exitFailure);
     EXPECT_EQ(m_directory.list(), "points.xyz ");
     EXPECT_EQ(m_directory.read("points.xyz"), "1 2 3\n");
+}
+
+TEST_F(Program, WritesMeshesAsTheirNamesSay)
+{
+    const Outcome outcome = run("vorn3d generate -n 200 -o - | vorn3d triangulate -"
+                                " -o a.MESH -o a.node -o a.ele -o a.neigh -o a.ply -o a.off -o a.list");
+    EXPECT_EQ(outcome.status, exitSuccess);
+    EXPECT_EQ(outcome.errors, "");
+    EXPECT_EQ(m_directory.list(), "a.MESH a.ele a.list a.neigh a.node a.off a.ply ");
+    EXPECT_EQ(m_directory.read("a.list").rfind("LIST", 0), 0u);
+}
+
+TEST_F(Program, LeavesNoHalfMesh)
+{
+    run("vorn3d generate -n 10000 -o points.bin");
+    for (const std::string name : {"a.mesh", "a.list"}) {
+        const Outcome outcome = run("trap '' XFSZ; ulimit -f 100; vorn3d triangulate points.bin -o " + name);
+        EXPECT_EQ(outcome.status, exitFailure);
+        EXPECT_NE(outcome.errors.find(name), std::string::npos) << outcome.errors;
+    }
+    EXPECT_EQ(m_directory.list(), "points.bin ");
 }
 
 TEST_F(Program, WritesThroughLinksAndIntoDevices)

@@ -1,0 +1,58 @@
+#include "output/meshWriters.h"
+
+#include "Progress.h"
+
+#include "vorn3d/Vorn_3D.h"
+
+#include <fstream>
+#include <stdexcept>
+
+namespace VORN3D::program
+{
+
+namespace
+{
+
+/// The library does not tell whether it could write the whole file: a complete one ends with a brace.
+void checkSceneIsComplete(const OutputFile& file)
+{
+    std::ifstream scene(file.getWritablePath(), std::ios::ate);
+    scene.seekg(-2, std::ios::end);
+    std::string end;
+    if (!(scene >> end) || end != "}")
+        throw std::runtime_error(file.getPath() + ": the scene could not be written");
+}
+
+void writeScene(const MeshSource& source, OutputFile& file)
+{
+    Progress progress("writing " + file.getPath(), 0);
+    progress.announce();
+    source.triangulation.show(file.getWritablePath(), nullptr);
+    checkSceneIsComplete(file);
+}
+
+} // namespace
+
+const FileFormats<WriteMeshFunction>& getMeshFormats()
+{
+    static const FileFormats<WriteMeshFunction> vFormats{
+        {"medit", {".mesh"}, "Medit's mesh: vertices, tetrahedra, hull triangles", writeMedit},
+        {"nodes",
+         {".node"},
+         "TetGen's nodes, numbered from 0, with input index and hull flag",
+         writeTetgenNodes},
+        {"tets", {".ele"}, "TetGen's tetrahedra", writeTetgenElements},
+        {"neighs", {".neigh"}, "TetGen's neighbours, -1 on the hull", writeTetgenNeighbors},
+        {"ply", {".ply"}, "the hull's surface as text, in double precision", writePly},
+        {"off", {".off"}, "the hull's surface", writeOff},
+        {"scene", {".list"}, "a scene for the viewer Geomview", writeScene},
+    };
+    return vFormats;
+}
+
+const FileFormat<WriteMeshFunction>& chooseMeshFormat(const std::string& path)
+{
+    return chooseFormatOfExtension(getMeshFormats(), path);
+}
+
+} // namespace VORN3D::program
