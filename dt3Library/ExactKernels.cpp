@@ -54,14 +54,16 @@ Row<Perturbed> getPerturbedRow(const SplitDifference& p)
     return {{p.head.x, p.tail.x}, {p.head.y, p.tail.y}, {p.head.z, p.tail.z}};
 }
 
-int getSignClass(double value)
-{
-    return value > 0.0 ? 1 : value < 0.0 ? 0 : 2;
-}
-
+/// The sign classes of the insphere kernels.
 int getSignClass(Sign sign)
 {
-    return getSignClass(static_cast<double>(sign));
+    return sign == Sign::positive ? 1 : sign == Sign::negative ? 0 : 2;
+}
+
+SpherePoints getPoints(const Point3& a, const Point3& b, const Point3& c, const Point3& d, const Point3& e)
+{
+    return {a.getCoordinates(), b.getCoordinates(), c.getCoordinates(), d.getCoordinates(),
+            e.getCoordinates()};
 }
 
 } // namespace
@@ -105,15 +107,15 @@ bool AdaptiveOrientation::decideC()
     return std::fabs(m_det) >= errorBound;
 }
 
-bool AdaptiveOrientation::decideD()
+bool AdaptiveOrientation::decideExactly()
 {
     m_det = orientationDeterminant(getExactRow(m_a), getExactRow(m_b), getExactRow(m_c)).getMostSignificant();
     return true;
 }
 
 AdaptiveSphere::AdaptiveSphere(const NaloTest3& constants, const SpherePoints& points, double permanent)
-    : m_constants(constants), m_a(points[0], points[4]), m_b(points[1], points[4]), m_c(points[2], points[4]),
-      m_d(points[3], points[4]), m_permanent(permanent), m_det(0.0)
+    : m_constants(constants), m_points(points), m_a(points[0], points[4]), m_b(points[1], points[4]),
+      m_c(points[2], points[4]), m_d(points[3], points[4]), m_permanent(permanent), m_det(0.0)
 {
 }
 
@@ -176,6 +178,12 @@ double evaluateSphereExactly(const SpherePoints& points)
     return det.getMostSignificant();
 }
 
+bool AdaptiveSphere::decideExactly()
+{
+    m_det = evaluateSphereExactly(m_points);
+    return true;
+}
+
 int NaloTest3::scale_expansion_zeroelim(int elen, const double* e, double b, double* h) const
 {
     return scaleExpansion(elen, e, b, h, splitter);
@@ -196,31 +204,29 @@ double NaloTest3::orient3dadapt(const Point3& a, const Point3& b, const Point3& 
         return static_cast<double>(getSignInExtendedRange(points));
     AdaptiveOrientation stages(*this, points, permanent);
     if (!stages.decideB() && !stages.decideC())
-        stages.decideD();
+        stages.decideExactly();
     return stages.getDeterminant();
 }
 
 int NaloTest3::insphereadapt(const Point3& a, const Point3& b, const Point3& c, const Point3& d,
                              const Point3& e, double permanent) const
 {
-    const SpherePoints points = {a.getCoordinates(), b.getCoordinates(), c.getCoordinates(),
-                                 d.getCoordinates(), e.getCoordinates()};
-    if (areInExpansionRange(points)) {
-        AdaptiveSphere stages(*this, points, permanent);
-        if (stages.decideB() || stages.decideC())
-            return getSignClass(stages.getDeterminant());
-    }
-    return insphereexact(a, b, c, d, e);
+    const SpherePoints points = getPoints(a, b, c, d, e);
+    if (!areInExpansionRange(points))
+        return getSignClass(getSignInExtendedRange(points));
+    AdaptiveSphere stages(*this, points, permanent);
+    if (!stages.decideB() && !stages.decideC())
+        stages.decideExactly();
+    return getSignClass(getSign(stages.getDeterminant()));
 }
 
 int NaloTest3::insphereexact(const Point3& a, const Point3& b, const Point3& c, const Point3& d,
                              const Point3& e) const
 {
-    const SpherePoints points = {a.getCoordinates(), b.getCoordinates(), c.getCoordinates(),
-                                 d.getCoordinates(), e.getCoordinates()};
+    const SpherePoints points = getPoints(a, b, c, d, e);
     if (!areInExpansionRange(points))
         return getSignClass(getSignInExtendedRange(points));
-    return getSignClass(evaluateSphereExactly(points));
+    return getSignClass(getSign(evaluateSphereExactly(points)));
 }
 
 } // namespace VORN3D

@@ -30,7 +30,7 @@ public:
     /// Adds the terms of first order in the tails; follows stage B.
     bool decideC();
     /// Exact determinant of the exact differences; always decides.
-    bool decideD();
+    bool decideExactly();
 
     double getDeterminant() const { return m_det; }
 
@@ -46,14 +46,16 @@ class AdaptiveSphere
 public:
     AdaptiveSphere(const NaloTest3& constants, const SpherePoints& points, double permanent);
 
-    /// As those of AdaptiveOrientation.
+    /// As those of AdaptiveOrientation, but the last evaluates the coordinates instead of differences.
     bool decideB();
     bool decideC();
+    bool decideExactly();
 
     double getDeterminant() const { return m_det; }
 
 private:
     const NaloTest3& m_constants;
+    SpherePoints m_points;
     SplitDifference m_a, m_b, m_c, m_d;
     double m_permanent;
     double m_det;
