@@ -13,11 +13,11 @@
 // with the roundings of the product below, (384 + 16384e)e mx my mz L is enough; 385e is used.
 //
 // These hold while nothing over- or underflows. A product that underflows adds an error of at most h =
-// 2^-1075, multiplied by the factors that follow it: 6h mz + 9h in the orientation determinant, and h (24 mz
-// L + 12 L + 72 mx my mz + 4) in the sphere's, first powers of h only. The terms `tiny` below contribute at
-// least tiny mz + tiny, and tiny mz L + tiny L + 385e tiny mx my mz + tiny, which is more; sums and
-// differences never underflow. An overflow makes the determinant infinite or not a number (no finite result
-// comes of an infinite operand, as every difference and every lift is a factor), and then it does not decide.
+// 2^-1075, multiplied by the factors that follow it: 6h mz + 3h in the orientation determinant, and h (24 mz
+// L + 12 L + 72 mx my mz + 4) in the sphere's. The terms `tiny` below contribute tiny mz + tiny, and tiny mz
+// L + tiny L + tiny, which is more: mx my mz is below 2 if L is below 1, and otherwise its term is as nothing
+// beside 385e mx my mz L. Sums and differences never underflow. An overflow makes the determinant infinite or
+// not a number, since nothing is divided by an infinite intermediate, and then it does not decide.
 #pragma once
 
 #include "Determinants.h"
@@ -88,7 +88,7 @@ inline FilterResult filterSphere(const double* pa, const double* pb, const doubl
     const double my = maxAbs(a.y, b.y, c.y, d.y);
     const double mz = maxAbs(a.z, b.z, c.z, d.z);
     const double largestLift = maxAbs(lift(a), lift(b), lift(c), lift(d));
-    const double errorBound = ((sphere * (mx * my) + tiny) * mz + tiny) * (largestLift + tiny) + tiny;
+    const double errorBound = ((sphere * (mx * my) + tiny) * mz + tiny) * largestLift + tiny;
     return {inSphereDeterminant(a, b, c, d), errorBound, maxAbs(mx, my, mz)};
 }
 

@@ -79,7 +79,7 @@ template <class Points, class Kernel>
 Sign resolveSign(const Points& points, const FilterResult& filtered, double errorBoundA, Kernel adapt)
 {
     if (filtered.det == 0.0 && isExactOnLattice(points, filtered.extent))
-        return Sign::zero;
+        return getSign(filtered.det);
     const PermanentFilter filter = evaluateWithPermanent(points);
     Sign sign = filter.getSign(errorBoundA, filtered.extent);
     if (sign == Sign::undecided)

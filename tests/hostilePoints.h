@@ -9,6 +9,7 @@
 #include <cstddef>
 #include <functional>
 #include <limits>
+#include <numeric>
 #include <random>
 #include <string>
 #include <vector>
@@ -53,9 +54,11 @@ inline Values getExponents(const std::string& name, int low, int high)
             }};
 }
 
-inline Values getIntegers(const std::string& name, int high, double unit, double offset = 0.0)
+inline Values getGrid(const std::string& name, int numBits, double unit, double offset = 0.0)
 {
-    return {name, [=](Generator& random, int) { return offset + unit * drawInt(random, 0, high); }};
+    return {name, [=](Generator& random, int) {
+                return offset + unit * static_cast<double>(random() >> (64 - numBits));
+            }};
 }
 
 inline std::vector<Values> getAllValues()
@@ -71,14 +74,15 @@ inline std::vector<Values> getAllValues()
     return {
         {"unit", [](Generator& random, int) { return drawUnit(random); }},
         {"signed unit", [](Generator& random, int) { return 2.0 * drawUnit(random) - 1.0; }},
-        getIntegers("tiny grid", 3, 1.0),
-        getIntegers("grid", 1000, 0x1p-10),
-        getIntegers("large grid", 1 << 28, 1.0),
-        getIntegers("decimal grid", 50, 0.1),
-        getIntegers("grid at 2^50", 7, 1.0, 0x1p50),
-        getIntegers("grid at scale 1e-80", 9, 1e-80),
-        getIntegers("grid at scale 1e80", 9, 1e80),
-        getIntegers("subnormal", 5, std::numeric_limits<double>::denorm_min()),
+        getGrid("tiny grid", 2, 1.0),
+        getGrid("grid of 10 bits", 10, 0x1p-10),
+        getGrid("grid of 18 bits", 18, 1.0),
+        getGrid("grid of 33 bits", 33, 1.0),
+        getGrid("decimal grid", 6, 0.1),
+        getGrid("grid at 2^50", 3, 1.0, 0x1p50),
+        getGrid("grid at scale 1e-80", 3, 1e-80),
+        getGrid("grid at scale 1e80", 3, 1e80),
+        getGrid("subnormal", 3, std::numeric_limits<double>::denorm_min()),
         {"utm", around(utm)},
         {"ecef", around(ecef)},
         {"neighbours",
@@ -87,7 +91,10 @@ inline std::vector<Values> getAllValues()
          [](Generator& random, int) { return drawInt(random, -2, 2) + drawInt(random, -2, 2) * 0x1p-70; }},
         getExponents("exponents +-20", -20, 20),
         getExponents("exponents +-60", -60, 60),
-        getExponents("exponents +-300", -300, 300),
+        getExponents("exponents +-340", -340, 340),
+        getExponents("products of three overflow", 341, 356),
+        getExponents("products of three underflow", -345, -320),
+        getExponents("products of five overflow", 203, 213),
         getExponents("all exponents", -1074, 1023),
         {"1e300 beside 1e-300",
          [](Generator& random, int) {
@@ -135,20 +142,54 @@ inline FivePoints drawBoxCorners(Generator& random, const Values& values)
     return points;
 }
 
-/// Integer points on a sphere about the origin, in units of a value.
-inline FivePoints drawLatticeSphere(Generator& random, const Values& values)
+/// The power of two in a value, small enough for 100 more binary digits.
+inline double drawUnit(Generator& random, const Values& values)
 {
     const double value = values.draw(random, 0);
-    const double unit = value == 0.0 ? 1.0 : std::ldexp(1.0, std::min(std::ilogb(value), 1018));
+    return value == 0.0 ? 1.0 : std::ldexp(1.0, std::min(std::ilogb(value), 920));
+}
+
+/// Integer points on a plane through the origin, of different sizes, so that many differences are inexact.
+inline FivePoints drawLatticePlane(Generator& random, const Values& values)
+{
+    const double unit = drawUnit(random, values);
+    const int numBits = drawInt(random, 1, 26);
+    const int maxStretch = random() % 2 == 0 ? 0 : 20;
+    const int maxShift = random() % 2 == 0 ? 0 : 40;
+    const FivePoints axes = drawFree(random, getGrid("", numBits, unit, -unit * std::ldexp(0.5, numBits)));
     FivePoints points;
     for (Coordinates& p : points) {
-        static constexpr double aOnSphere[][3] = {{0, 5, 13}, {3, 4, 13}, {3, 8, 11}, {5, 5, 12}, {7, 8, 9}};
-        const double(&base)[3] = aOnSphere[random() % 5];
-        p = {base[0], base[1], base[2]};
-        std::shuffle(p.begin(), p.end(), random);
-        for (double& x : p)
-            x *= random() % 2 == 0 ? unit : -unit;
+        const double i = std::ldexp(drawInt(random, -3, 3), drawInt(random, 0, maxStretch));
+        const double j = drawInt(random, -3, 3);
+        const int shift = drawInt(random, 0, maxShift);
+        for (std::size_t k = 0; k < 3; ++k)
+            p[k] = std::ldexp(i * axes[0][k] + j * axes[1][k], shift);
     }
+    return points;
+}
+
+/// Integer points on a sphere about the origin: rational points of the unit sphere times their common
+/// denominator.
+inline FivePoints drawLatticeSphere(Generator& random, const Values& values)
+{
+    const double unit = drawUnit(random, values);
+    const int range = drawInt(random, 1, 3);
+    FivePoints points;
+    std::array<int, 5> denominators;
+    for (std::size_t i = 0; i < 5; ++i) {
+        const int m = drawInt(random, -range, range);
+        const int n = drawInt(random, -range, range);
+        const int k = drawInt(random, 1, range);
+        denominators[i] = m * m + n * n + k * k;
+        points[i] = {2.0 * m * k, 2.0 * n * k, 1.0 * m * m + n * n - k * k};
+        std::shuffle(points[i].begin(), points[i].end(), random);
+    }
+    long common = 1;
+    for (int denominator : denominators)
+        common = std::lcm(common, static_cast<long>(denominator));
+    for (std::size_t i = 0; i < 5; ++i)
+        for (double& x : points[i])
+            x *= unit * static_cast<double>(common / denominators[i]);
     return points;
 }
 
@@ -157,6 +198,7 @@ inline std::vector<Shape> getAllShapes()
     return {{"free", drawFree},
             {"flat", drawFlat},
             {"box corners", drawBoxCorners},
+            {"lattice plane", drawLatticePlane},
             {"lattice sphere", drawLatticeSphere}};
 }
 

@@ -102,6 +102,18 @@ TEST_F(PredicatesTest, CoplanarPointsFarFromAndCloseToEachOther)
               ORIENTATION3_COPLANAR);
 }
 
+// The sum 2xy overflows, not the products: a term that is small after all comes out infinite in floating
+// point.
+TEST_F(PredicatesTest, OverflowDecidesNothing)
+{
+    const double x = 0x1p512;
+    const double y = 0x1.8p511;
+    EXPECT_EQ(getOrientation({Point3(0, -y, 0x1p-200), Point3(x, -y, 1), Point3(x, y, 0), Point3(0, 0, 0)}),
+              ORIENTATION3_POSITIVE);
+    EXPECT_EQ(getOrientation({Point3(0, y, -0x1p-200), Point3(x, y, 1), Point3(x, -y, 0), Point3(0, 0, 0)}),
+              ORIENTATION3_NEGATIVE);
+}
+
 TEST_F(PredicatesTest, FacetsSeeTheirOppositeCornerOnThePositiveSide)
 {
     for (double scale : {1.0, 1e-200, 1e200}) {
