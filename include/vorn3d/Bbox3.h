@@ -30,13 +30,16 @@ public:
     /// Makes the box contain all the points; true if that changed the box. No points change nothing.
     bool add(const std::vector<Point3>& vPoints);
 
-    /// Multiplies the range of each axis by 1 + f about its middle. The box must not be empty.
+    /// Multiplies the range of each axis by 1 + f about its middle: 0.1 makes the box a tenth longer, a
+    /// negative f shrinks it. The box must not be empty.
     void enlargeBounds(double f);
 
     /// Widens this box to contain the other one too, and returns a copy of it.
     Bbox3 operator+(const Bbox3& other);
 
+    /// The corner with the smallest coordinates.
     Point3 getMinPoint() const { return {m_minX, m_minY, m_minZ}; }
+    /// The corner with the largest coordinates.
     Point3 getMaxPoint() const { return {m_maxX, m_maxY, m_maxZ}; }
 
     /// The smallest of the three minima.
@@ -44,18 +47,24 @@ public:
     /// The largest of the three maxima.
     double getMaxCoord() const;
 
+    /// Maximum less minimum of an axis.
+    ///@{
     double getRangeX() const;
     double getRangeY() const;
     double getRangeZ() const;
+    ///@}
     /// The largest of the three ranges.
     double getMaxRange() const;
 
+    /// A minimum or maximum of an axis.
+    ///@{
     double getMinX() const { return m_minX; }
     double getMinY() const { return m_minY; }
     double getMinZ() const { return m_minZ; }
     double getMaxX() const { return m_maxX; }
     double getMaxY() const { return m_maxY; }
     double getMaxZ() const { return m_maxZ; }
+    ///@}
 
     /// Prints the two extreme corners on standard output.
     void debug() const;

@@ -10,9 +10,12 @@ namespace VORN3D
 class VORN3D_EXPORT Segment3
 {
 public:
+    /// From src to trg, which may be equal.
     Segment3(const Point3& src, const Point3& trg) : m_src(src), m_trg(trg) {}
 
+    /// The point in which the segment begins.
     Point3 getSrc() const { return m_src; }
+    /// The point in which the segment ends.
     Point3 getTrg() const { return m_trg; }
 
     /// Prints both end points on standard output.

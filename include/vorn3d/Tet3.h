@@ -24,7 +24,9 @@ class Facet3;
 ///
 /// Clients get pointers to tetrahedra from a triangulation, which owns them; a pointer is valid until the
 /// next insertion. An index outside 0 to 3 is an error: it aborts in the diagnostic configuration and is
-/// undefined in the release configuration.
+/// undefined in the release configuration. All members take constant time. The members that build a mesh
+/// (setProperties(), setCorner(), setOppTet() and what they need) are for the triangulation alone; clients
+/// have no reason to call them.
 class VORN3D_EXPORT Tet3
 {
 public:
@@ -41,11 +43,13 @@ public:
     /// neighbours, mark and custom index, and becomes the incident tetrahedron of all four vertices.
     void setProperties(Point3* pI, Point3* pJ, Point3* pK, Point3* pL);
 
+    /// Corner ith (0 to 3).
     Point3* getCorner(int ith) const;
 
     /// Replaces a corner; the vertex's link to its incident tetrahedron stays as it is.
     void setCorner(int ith, Point3* p);
 
+    /// All four corners at once.
     void getCorners(Point3*& p0, Point3*& p1, Point3*& p2, Point3*& p3) const
     {
         p0 = aVertexPointer[0];
@@ -63,7 +67,8 @@ public:
     /// Sets one side of a neighbour link (null clears it); the caller sets the other side.
     void setOppTet(int ith, Tet3* pC);
 
-    /// The index of a corner, which must be one of this tetrahedron's (compared by address).
+    /// The index of a corner, which must be one of this tetrahedron's (compared by address): another vertex
+    /// aborts in the diagnostic configuration and gives 3 in the release configuration.
     int getIntraTetIndex(const Point3* pp) const;
 
     /// The index of a neighbour. A tetrahedron that is no neighbour means a corrupted mesh: the process ends
@@ -89,6 +94,7 @@ public:
     /// getFacetIndices(). The lookup is not checked: in the flat table, 3 is the next facet's first edge.
     static std::pair<int, int> getEdgeIndices(int opp3, int j);
 
+    /// The facet opposite corner ith.
     Facet3 getFacet(int ith);
 
     /// The edge that contains neither of two different corners.
@@ -100,10 +106,14 @@ public:
     /// True if a corner has exactly the coordinates of p.
     bool hasVertex(const Point3& p) const;
 
+    /// The client's own number for this tetrahedron; -1 unless set. It goes with the tetrahedron: an
+    /// insertion that replaces the tetrahedron loses it.
     int getCustomIndex() const { return customIndex; }
+    /// Sets the client's own number, which may be any.
     void setCustomIndex(int index) { customIndex = index; }
 
-    /// The centre of the circumscribed sphere, in floating-point arithmetic.
+    /// The centre of the circumscribed sphere, in floating-point arithmetic: see VORN3D::getCircumcenter().
+    /// These centres are the corners of the Voronoi diagram.
     Point3 getCircumcenter() const;
 
     /// Checks that facet i0 of pT0 and facet i1 of pT1 have the same three vertices. Returns true; anything

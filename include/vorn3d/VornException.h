@@ -15,7 +15,7 @@ class VORN3D_EXPORT VornException : public std::exception
 public:
     ~VornException() override;
 
-    /// The same text for every failure.
+    /// The same text for every failure; valid for the life of the process.
     const char* what() const noexcept override;
 };
 
