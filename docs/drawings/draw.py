@@ -187,13 +187,13 @@ def draw_turn():
     drawing.text((190, 315), "an edge inside: T0 comes again after T4", size=14)
 
     center, spokes = (570, 210), [-18, 35, 90, 145, 198]
+    for spoke in (spokes[0], spokes[-1]):
+        drawing.line(center, at_angle(center, 130, spoke), width=4)
+        drawing.text(at_angle(center, 155, spoke), "hull")
     draw_fan(drawing, center, spokes, ["T3", "T0", "T1", "T2"], 1)
     for spoke in spokes[2:4]:
         draw_step(drawing, center, spoke)
     draw_step(drawing, center, spokes[1], NOTE, -1)
-    for spoke in (spokes[0], spokes[-1]):
-        drawing.line(center, at_angle(center, 130, spoke), width=4)
-        drawing.text(at_angle(center, 155, spoke), "hull")
     drawing.text((570, 295), "an edge on the hull: the turn ends at T2;", size=14)
     drawing.text((570, 315), "opp2 and opp3 exchanged, it leads to T3", NOTE, size=14)
 
