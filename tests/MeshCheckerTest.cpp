@@ -1,5 +1,6 @@
 // The judge is judged: it accepts a sound mesh and names the fault of every spoiled one.
 #include "MeshChecker.h"
+#include "CapturedOutput.h"
 #include "PointSets.h"
 #include "TrackedTriangulation.h"
 
@@ -18,8 +19,7 @@ struct Victim
 {
     explicit Victim(std::vector<Point3> vPoints) : vInput(std::move(vPoints))
     {
-        CapturedOutput quiet;
-        dt.insert(vInput, vHandles);
+        outputOf([&] { dt.insert(vInput, vHandles); });
         dt.getTetrahedra(vTets);
     }
     Tet3* innerTet() const

@@ -1,19 +1,21 @@
-// A fresh working directory for as long as the object lives.
 #pragma once
 
 #include <cstdlib>
 #include <filesystem>
+#include <fstream>
+#include <iterator>
 #include <set>
 #include <stdexcept>
 #include <string>
 
-namespace VORN3D::tests
+namespace VORN3D
 {
 
+/// An empty working directory, for as long as the object lives. Then it is removed with everything in it.
 class TemporaryDirectory
 {
 public:
-    TemporaryDirectory() : m_previous(std::filesystem::current_path())
+    TemporaryDirectory()
     {
         std::string path = (std::filesystem::temp_directory_path() / "vorn3dXXXXXX").string();
         if (mkdtemp(path.data()) == nullptr)
@@ -32,17 +34,38 @@ public:
     TemporaryDirectory(const TemporaryDirectory&) = delete;
     TemporaryDirectory& operator=(const TemporaryDirectory&) = delete;
 
-    std::set<std::string> getFilenames() const
+    std::string getPath(const std::string& name) const { return (m_path / name).string(); }
+
+    /// Writes a file and returns its path.
+    std::string write(const std::string& name, const std::string& content) const
+    {
+        std::ofstream(getPath(name), std::ios::binary) << content;
+        return getPath(name);
+    }
+
+    std::string read(const std::string& name) const
+    {
+        std::ifstream is(getPath(name), std::ios::binary);
+        if (!is)
+            throw std::runtime_error("cannot read " + name);
+        return {std::istreambuf_iterator<char>(is), {}};
+    }
+
+    /// The names of all files, in alphabetical order, each followed by a blank.
+    std::string list() const
     {
         std::set<std::string> names;
         for (const auto& entry : std::filesystem::directory_iterator(m_path))
             names.insert(entry.path().filename().string());
-        return names;
+        std::string text;
+        for (const std::string& name : names)
+            text += name + " ";
+        return text;
     }
 
 private:
-    std::filesystem::path m_previous;
+    const std::filesystem::path m_previous = std::filesystem::current_path();
     std::filesystem::path m_path;
 };
 
-} // namespace VORN3D::tests
+} // namespace VORN3D

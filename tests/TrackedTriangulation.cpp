@@ -1,7 +1,9 @@
 #include "TrackedTriangulation.h"
 
+#include "CapturedOutput.h"
+
 #include <algorithm>
-#include <iostream>
+#include <sstream>
 
 namespace VORN3D::tests
 {
@@ -34,13 +36,6 @@ void append(Faults& vFaults, const Faults& vMore)
 
 } // namespace
 
-CapturedOutput::CapturedOutput() : m_pPrevious(std::cout.rdbuf(m_text.rdbuf())) {}
-
-CapturedOutput::~CapturedOutput()
-{
-    std::cout.rdbuf(m_pPrevious);
-}
-
 std::string joinFaults(const Faults& vFaults)
 {
     std::string text;
@@ -52,11 +47,7 @@ std::string joinFaults(const Faults& vFaults)
 void TrackedTriangulation::insertBatch(std::vector<Point3> vPoints)
 {
     std::vector<Point3*> vHandles;
-    {
-        CapturedOutput output;
-        m_dt.insert(vPoints, vHandles);
-        m_output = output.text();
-    }
+    m_output = outputOf([&] { m_dt.insert(vPoints, vHandles); });
     m_vInput.insert(m_vInput.end(), vPoints.begin(), vPoints.end());
     m_vHandles.insert(m_vHandles.end(), vHandles.begin(), vHandles.end());
     for (const Point3* pVtx : vHandles)
@@ -67,11 +58,7 @@ void TrackedTriangulation::insertBatch(std::vector<Point3> vPoints)
 Point3* TrackedTriangulation::insertSingle(Point3 p)
 {
     const bool bWas3D = m_dt.is3D();
-    {
-        CapturedOutput output;
-        m_vHandles.push_back(m_dt.insert(p));
-        m_output = output.text();
-    }
+    m_output = outputOf([&] { m_vHandles.push_back(m_dt.insert(p)); });
     m_vInput.push_back(p);
     expectOutput(false);
     if (!bWas3D && m_dt.is3D())

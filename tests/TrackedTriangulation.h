@@ -4,23 +4,8 @@
 
 #include "MeshChecker.h"
 
-#include <sstream>
-
 namespace VORN3D::tests
 {
-
-/// Collects what is printed on standard output while it lives.
-class CapturedOutput
-{
-public:
-    CapturedOutput();
-    ~CapturedOutput();
-    std::string text() const { return m_text.str(); }
-
-private:
-    std::ostringstream m_text;
-    std::streambuf* m_pPrevious;
-};
 
 std::string joinFaults(const Faults& vFaults);
 

@@ -1,30 +1,20 @@
 // What a call prints, and how it ends the process.
 #pragma once
 
+#include "CapturedOutput.h"
+#include "vorn3d/VornException.h"
 #include "vorn3d/version.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <csignal>
-#include <iostream>
-#include <sstream>
 #include <string>
 #include <sys/wait.h>
 #include <unistd.h>
 
 namespace VORN3D
 {
-
-/// What f prints on standard output. f must not throw.
-template <typename F>
-std::string outputOf(F f)
-{
-    testing::internal::CaptureStdout();
-    f();
-    std::cout.flush();
-    return testing::internal::GetCapturedStdout();
-}
 
 template <typename T>
 std::string textOf(const T& value)
@@ -37,6 +27,14 @@ std::string textOf(const T& value)
 inline std::string addressOf(const void* p)
 {
     return textOf(p);
+}
+
+/// Expects a failed assertion that throws, and prints the condition.
+template <typename F>
+void expectThrow(F f, const std::string& condition)
+{
+    EXPECT_THAT(outputOf([&] { EXPECT_THROW(f(), VornException); }),
+                testing::HasSubstr("Condition [ " + condition + " failed ]"));
 }
 
 /// Expects that f ends the process with a status that fulfils `isExpected`, having printed `text` on either

@@ -26,9 +26,6 @@ std::string getLinesOfCheck(Vorn_3D& triangulation, bool bSound)
 TEST(LibraryOutputTest, PassesOnFaultsAndNoRoutine)
 {
     const TemporaryDirectory directory;
-    const auto oldDirectory = std::filesystem::current_path();
-    std::filesystem::current_path(directory.getPath(""));
-
     std::vector<Point3> vPoints{{0, 0, 0}, {1, 0, 0}, {0, 1, 0}, {0, 0, 1}, {1, 1, 1}, {3, 3, 3}};
     std::vector<Point3*> vHandles;
     Vorn_3D triangulation;
@@ -37,8 +34,6 @@ TEST(LibraryOutputTest, PassesOnFaultsAndNoRoutine)
     vHandles[3]->exchange(0, 0, -1);
     EXPECT_NE(getLinesOfCheck(triangulation, false).find("should be on the negative side"),
               std::string::npos);
-
-    std::filesystem::current_path(oldDirectory);
 }
 
 } // namespace
