@@ -3,7 +3,6 @@
 #include "outcomes.h"
 
 #include <array>
-#include <cstdint>
 #include <vector>
 
 // Allocations that fail are to return null under a sanitizer too, as they do without.
@@ -70,35 +69,30 @@ TEST(SimplePool, ContainerSizes)
 
 TEST(SimplePool, ElementsDoNotOverlapAndStayWhereTheyAre)
 {
-    SimplePool<std::int64_t> pool;
+    SimplePool<std::size_t> pool;
     pool.init(4, -1);
-    std::vector<std::int64_t*> vElements;
-    for (std::int64_t i = 0; i < 10'000; ++i) {
+    std::vector<std::size_t*> vElements;
+    for (std::size_t i = 0; i < 10'000; ++i) {
         vElements.push_back(pool.newElement());
         *vElements.back() = i;
     }
-    for (std::int64_t i = 0; i < 10'000; ++i)
-        ASSERT_EQ(*vElements[static_cast<std::size_t>(i)], i);
+    for (std::size_t i = 0; i < 10'000; ++i)
+        ASSERT_EQ(*vElements[i], i);
 }
 
 TEST(SimplePool, ResetGoesBackToTheFirstContainerAndRemembersTheSizes)
 {
-    SimplePool<Element> grown;
-    grown.init(4, -1);
-    const Element* pFirst = grown.newElement();
-    takeContainers(grown, 3); // stops in the fourth container, of 8
-    grown.reset();
-    EXPECT_EQ(grown.newElement(), pFirst);
-    grown.reset();
-    EXPECT_EQ(takeContainers(grown, 3), (Sizes{4, 16, 32}));
-
-    SimplePool<Element> neverGrown;
-    neverGrown.init(4, -1);
-    const Element* pOnly = neverGrown.newElement();
-    neverGrown.reset();
-    EXPECT_EQ(neverGrown.newElement(), pOnly);
-    neverGrown.reset();
-    EXPECT_EQ(takeContainers(neverGrown, 3), (Sizes{4, 2, 4}));
+    for (const bool bGrown : {false, true}) {
+        SimplePool<Element> pool;
+        pool.init(4, -1);
+        const Element* pFirst = pool.newElement();
+        if (bGrown)
+            takeContainers(pool, 3); // stops in the fourth container, of 8
+        pool.reset();
+        EXPECT_EQ(pool.newElement(), pFirst);
+        pool.reset();
+        EXPECT_EQ(takeContainers(pool, 3), bGrown ? (Sizes{4, 16, 32}) : (Sizes{4, 2, 4}));
+    }
 }
 
 TEST(SimplePool, WarnsOfMoreThanFiftyContainersAndOfSmallOnes)
