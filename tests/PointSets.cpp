@@ -3,8 +3,6 @@
 #include <array>
 #include <cmath>
 #include <fstream>
-#include <iterator>
-#include <limits>
 
 namespace VORN3D::tests
 {
@@ -12,69 +10,79 @@ namespace
 {
 
 using Points = std::vector<Point3>;
-
-Point3 scaled(const Point3& p, double factor, double offset = 0.0)
-{
-    return {p.x() * factor + offset, p.y() * factor + offset, p.z() * factor + offset};
-}
+using Maker = std::function<Points(std::size_t)>;
 
 /// num points, each made by make(random, i).
-template <class Make>
-Points repeat(std::size_t num, Make make)
+Maker each(const std::function<Point3(Random&, int)>& make)
 {
-    Random random(num);
-    Points vPoints;
-    for (std::size_t i = 0; i < num; ++i)
-        vPoints.push_back(make(random, static_cast<double>(i)));
-    return vPoints;
+    return [make](std::size_t num) {
+        Random random(num);
+        Points vPoints;
+        for (std::size_t i = 0; i < num; ++i)
+            vPoints.push_back(make(random, static_cast<int>(i)));
+        return vPoints;
+    };
 }
 
-template <class Change>
-Points changed(Points vPoints, Change change)
+Maker changed(const Maker& make, const std::function<Point3(Random&, const Point3&)>& change)
 {
-    Random random(vPoints.size());
-    for (Point3& p : vPoints)
-        p = change(random, p);
-    return vPoints;
+    return [make, change](std::size_t num) {
+        Points vPoints = make(num);
+        Random random(vPoints.size());
+        for (Point3& p : vPoints)
+            p = change(random, p);
+        return vPoints;
+    };
 }
 
-Points joined(Points vFirst, const Points& vSecond)
+/// The points of a set and some more, before and after it.
+Maker between(const Points& vFirst, const Maker& make, const Points& vLast)
 {
-    vFirst.insert(vFirst.end(), vSecond.begin(), vSecond.end());
-    return vFirst;
+    return [vFirst, make, vLast](std::size_t num) {
+        Points vPoints = vFirst;
+        for (const Points& vMore : {make(num), vLast})
+            vPoints.insert(vPoints.end(), vMore.begin(), vMore.end());
+        return vPoints;
+    };
 }
 
-Points uniform(std::size_t num)
+Point3 scaled(const Point3& p, double factor)
 {
-    return repeat(num, [](Random& r, double) { return r.inCube(0, 1); });
+    return {p.x() * factor, p.y() * factor, p.z() * factor};
 }
 
-Points ball(std::size_t num)
+Maker scaled(const Maker& make, double factor)
 {
-    return repeat(num, [](Random& r, double) { return r.inBall(); });
-}
-
-Points grid(std::size_t num)
-{
-    const auto side = static_cast<int>(std::ceil(std::cbrt(static_cast<double>(num))));
-    Points vPoints;
-    for (int x = 0; x < side; ++x)
-        for (int y = 0; y < side; ++y)
-            for (int z = 0; z < side; ++z)
-                vPoints.emplace_back(x, y, z);
-    return vPoints;
+    return changed(make, [factor](Random&, const Point3& p) { return scaled(p, factor); });
 }
 
 double shiftedByOneUlp(Random& r, double x)
 {
-    const double aTargets[3] = {-std::numeric_limits<double>::infinity(), x,
-                                std::numeric_limits<double>::infinity()};
+    const double aTargets[3] = {-HUGE_VAL, x, HUGE_VAL};
     return std::nextafter(x, aTargets[r.below(3)]);
 }
 
 Point3 shiftedByOneUlp(Random& r, const Point3& p)
 {
     return {shiftedByOneUlp(r, p.x()), shiftedByOneUlp(r, p.y()), shiftedByOneUlp(r, p.z())};
+}
+
+double inMillimetres(double x)
+{
+    return std::round(x * 1000) / 1000;
+}
+
+/// A lattice with its least corner at (first, first, first).
+template <int first>
+Points grid(std::size_t num)
+{
+    const int end = first + static_cast<int>(std::ceil(std::cbrt(static_cast<double>(num))));
+    Points vPoints;
+    for (int x = first; x < end; ++x)
+        for (int y = first; y < end; ++y)
+            for (int z = first; z < end; ++z)
+                vPoints.emplace_back(x, y, z);
+    return vPoints;
 }
 
 /// Lattice points exactly on a sphere around the origin.
@@ -101,124 +109,82 @@ Points latticeSphere(std::size_t num)
     return vPoints;
 }
 
-/// Circles of lattice points around the z axis, at whole heights.
-Points latticeCylinder(std::size_t num)
+/// Twelve lattice points on a circle at every whole height.
+Point3 onLatticeCylinder(Random&, int i)
 {
-    Points vCircle;
-    for (int x = -65; x <= 65; ++x)
-        for (int y = -65; y <= 65; ++y)
-            if (x * x + y * y == 65 * 65)
-                vCircle.emplace_back(x, y, 0);
-    return repeat(num, [&](Random&, double i) {
-        const Point3& p = vCircle[static_cast<std::size_t>(i) % vCircle.size()];
-        return Point3(p.x(), p.y(), std::floor(i / static_cast<double>(vCircle.size())));
-    });
+    static constexpr int aLattice[3][2] = {{5, 0}, {4, 3}, {3, 4}};
+    const auto& [x, y] = aLattice[i % 3];
+    const int z = i / 12;
+    return i / 3 % 4 == 0   ? Point3(x, y, z)
+           : i / 3 % 4 == 1 ? Point3(-y, x, z)
+           : i / 3 % 4 == 2 ? Point3(-x, -y, z)
+                            : Point3(y, -x, z);
 }
 
-Points cubeSurface(std::size_t num)
+Point3 onCubeSurface(Random& r, int i)
 {
-    return repeat(num, [](Random& r, double i) {
-        std::array<double, 3> v = {r.whole(0, 100), r.whole(0, 100), r.whole(0, 100)};
-        v[static_cast<std::size_t>(i) % 3] = 100 * r.whole(0, 1);
-        return Point3(v[0], v[1], v[2]);
-    });
+    std::array<double, 3> v = {r.whole(0, 100), r.whole(0, 100), r.whole(0, 100)};
+    v[static_cast<std::size_t>(i) % 3] = 100 * r.whole(0, 1);
+    return {v[0], v[1], v[2]};
 }
 
 /// Whole numbers on the plane x + 2y + 3z = 0.
-Points tiltedPlane(std::size_t num)
+Point3 onTiltedPlane(Random& r, int)
 {
-    return repeat(num, [](Random& r, double) {
-        const double y = r.whole(-500, 500), z = r.whole(-500, 500);
-        return Point3(-2 * y - 3 * z, y, z);
-    });
+    const double y = r.whole(-500, 500), z = r.whole(-500, 500);
+    return {-2 * y - 3 * z, y, z};
 }
 
-/// The corners of an octahedron, then points exactly on its facets and edges, then points in the planes of
-/// the facets and on the lines of the edges, but outside.
-Points octahedron(std::size_t num)
+constexpr int SIZE = 1 << 20;
+
+/// Points exactly on the facets and edges of an octahedron, and points in the planes of the facets and on
+/// the lines of the edges, but outside.
+Point3 onOctahedron(Random& r, int i)
 {
-    const int size = 1 << 20;
-    Points vPoints = {{size, 0, 0}, {-size, 0, 0}, {0, size, 0}, {0, -size, 0}, {0, 0, size}, {0, 0, -size}};
-    return joined(vPoints, repeat(num, [&](Random& r, double i) {
-                      const bool bOutside = r.below(4) == 0;
-                      const double x = r.whole(0, bOutside ? 2 * size : size);
-                      const double y =
-                          r.below(3) == 0 ? 0.0 : r.whole(0, static_cast<int>(std::fabs(size - x)));
-                      const auto octant = static_cast<unsigned>(i);
-                      return Point3((octant & 1) ? x : -x, (octant & 2) ? y : -y,
-                                    (octant & 4) ? size - x - y : x + y - size);
-                  }));
+    const double x = r.whole(0, r.below(4) == 0 ? 2 * SIZE : SIZE);
+    const double y = r.below(3) == 0 ? 0.0 : r.whole(0, static_cast<int>(std::fabs(SIZE - x)));
+    return {(i & 1) ? x : -x, (i & 2) ? y : -y, (i & 4) ? SIZE - x - y : x + y - SIZE};
 }
 
-/// Points in the coordinate planes and on the axes inside an octahedron that has the origin as a vertex: they
-/// lie on facets and edges inside the hull.
-Points insideOctahedron(std::size_t num)
+/// Points in the coordinate planes and on the axes inside an octahedron: as the origin is a vertex, they lie
+/// on facets and edges inside the hull.
+Point3 inCoordinatePlanes(Random& r, int i)
 {
-    const int size = 1 << 20;
-    const Points vCorners = {{0, 0, 0},     {size, 0, 0}, {-size, 0, 0}, {0, size, 0},
-                             {0, -size, 0}, {0, 0, size}, {0, 0, -size}};
-    return joined(vCorners, repeat(num, [&](Random& r, double i) {
-                      std::array<double, 3> v = {r.whole(-size / 3, size / 3), r.whole(-size / 3, size / 3),
-                                                 r.whole(-size / 3, size / 3)};
-                      v[static_cast<std::size_t>(i) % 3] = 0;
-                      if (r.below(3) == 0)
-                          v[(static_cast<std::size_t>(i) + 1) % 3] = 0;
-                      return Point3(v[0], v[1], v[2]);
-                  }));
+    std::array<double, 3> v = {r.whole(-SIZE / 3, SIZE / 3), r.whole(-SIZE / 3, SIZE / 3),
+                               r.whole(-SIZE / 3, SIZE / 3)};
+    const auto axis = static_cast<std::size_t>(i);
+    v[axis % 3] = 0;
+    if (r.below(3) == 0)
+        v[(axis + 1) % 3] = 0;
+    return {v[0], v[1], v[2]};
 }
 
-/// Boxes in a row, all corners of one on a common sphere, with their centres and the centres of their facets.
-Points boxes(std::size_t num)
+Point3 inCluster(Random& r, int i)
 {
-    return repeat(num, [](Random&, double i) {
-        const auto k = static_cast<int>(i);
-        return Point3(k % 3 + 2 * (k / 27), 2 * (k / 3 % 3), 4 * (k / 9 % 3));
-    });
-}
-
-Points ulpNeighbours(std::size_t num)
-{
-    Random random(1);
-    const Points vCentres = uniform(num / 50 + 1);
-    return repeat(num, [&](Random& r, double i) {
-        return shiftedByOneUlp(r, vCentres[static_cast<std::size_t>(i) % vCentres.size()]);
-    });
-}
-
-template <int exponent>
-Points clusterAndOutlier(std::size_t num)
-{
-    Points vPoints = ball(num);
-    vPoints.emplace_back(std::pow(10.0, exponent), 0.3, 0.2);
-    return vPoints;
+    const Point3 origin(0, 0, 0), c = Random(static_cast<std::uint64_t>(i % 7)).inCube(-100, 100);
+    return c + ((r.inBall() - origin) + (r.inBall() - origin) + (r.inBall() - origin));
 }
 
 /// Each point outside the hull of those before it.
-Points spiral(std::size_t num)
+Point3 onSpiral(Random&, int i)
 {
-    return repeat(num, [&](Random&, double i) {
-        const double z = std::sin(0.37 * i), radius = 1 + i;
-        const double flat = std::sqrt(1 - z * z);
-        return Point3(radius * flat * std::cos(2.4 * i), radius * flat * std::sin(2.4 * i), radius * z);
-    });
+    const double z = std::sin(0.37 * i), flat = std::sqrt(1 - z * z);
+    return scaled({flat * std::cos(2.4 * i), flat * std::sin(2.4 * i), z}, 1 + i);
 }
 
 /// A thin bundle and points far around it.
-Points needles(std::size_t num)
+Point3 inBundle(Random& r, int i)
 {
-    return repeat(num, [](Random& r, double i) {
-        if (static_cast<int>(i) % 20 == 7)
-            return scaled(r.onSphere(), 1e6);
-        return Point3(r.real(-1e-9, 1e-9), r.real(-1e-9, 1e-9), r.real(-1, 1));
-    });
+    if (i % 20 == 7)
+        return scaled(r.onSphere(), 1e6);
+    return {r.real(-1e-9, 1e-9), r.real(-1e-9, 1e-9), r.real(-1, 1)};
 }
 
-Points wholeRange(std::size_t num)
+Point3 onGlobe(Random& r, int)
 {
-    return repeat(num, [](Random& r, double) {
-        const auto any = [&] { return std::ldexp(r.real(-2, 2), static_cast<int>(r.whole(-1074, 1023))); };
-        return Point3(any(), any(), any());
-    });
+    const double a = r.real(0.8, 0.8001), b = r.real(0.2, 0.2001), radius = 6371000;
+    return {inMillimetres(radius * std::cos(a) * std::cos(b)),
+            inMillimetres(radius * std::cos(a) * std::sin(b)), inMillimetres(radius * std::sin(a))};
 }
 
 Points spot(std::size_t num)
@@ -230,9 +196,87 @@ Points spot(std::size_t num)
     return vPoints;
 }
 
-double roundedTo(double unit, double x)
+std::vector<PointSet> listPointSets()
 {
-    return std::round(x / unit) * unit;
+    const Points vOctahedron = {{0, 0, 0},     {SIZE, 0, 0}, {-SIZE, 0, 0}, {0, SIZE, 0},
+                                {0, -SIZE, 0}, {0, 0, SIZE}, {0, 0, -SIZE}};
+    constexpr bool bGeneral = true, bQuadratic = true;
+    const auto draw = [](auto f) { return each([f](Random& r, int) { return f(r); }); };
+    const auto curve = [](auto f) { return each([f](Random&, int i) { return f(i); }); };
+    const auto drawThrice = [draw](auto f) {
+        return draw([f](Random& r) { return Point3{f(r), f(r), f(r)}; });
+    };
+    const auto ball = draw([](Random& r) { return r.inBall(); });
+    const auto cube = draw([](Random& r) { return r.inCube(0, 1); });
+    const auto outlierAt = [ball](double x) { return between({}, ball, {{x, 0.3, 0.2}}); };
+    return {
+        {"UniformCube", cube, bGeneral},
+        {"Ball", ball, bGeneral},
+        {"Clusters", each(inCluster), bGeneral},
+        {"Grid", grid<0>},
+        {"GridOneUlpOff", changed(grid<1>, [](Random& r, const Point3& p) { return shiftedByOneUlp(r, p); })},
+        {"GridTenths", scaled(grid<0>, 0.1)},
+        {"LatticeSphere", latticeSphere},
+        {"RoundedSphere", draw([](Random& r) { return r.onSphere(); })},
+        {"SphereAndCentre", between({}, latticeSphere, {{0, 0, 0}, {1e-300, 0, 0}})},
+        {"LatticeCylinder", each(onLatticeCylinder)},
+        {"RoundedCylinder",
+         each([](Random& r, int i) { return Point3(std::cos(i), std::sin(i), r.real(0, 10)); })},
+        {"CubeSurface", each(onCubeSurface)},
+        {"TiltedPlane", each(onTiltedPlane)},
+        {"PlaneAndPoint", between({}, each(onTiltedPlane), {{1, 0, 0}})},
+        {"PointAndPlane", between({{1, 0, 0}}, each(onTiltedPlane), {})},
+        {"TwoPlanes", draw([](Random& r) {
+             return Point3{r.whole(0, 40), r.whole(0, 1), r.whole(0, 40)};
+         })},
+        {"Line", draw([](Random& r) {
+             return scaled({1, 2, 3}, r.whole(-900, 900));
+         })},
+        {"TwoSkewLines", curve([](int i) { return i % 2 == 0 ? Point3(i, 0, 0) : Point3(0, i, 1); }), false,
+         bQuadratic},
+        {"LineThroughPlane", each([](Random& r, int i) {
+             return i % 3 == 0 ? Point3(0, 0, i) : Point3{r.whole(-9, 9), r.whole(-9, 9), 0};
+         }),
+         false, bQuadratic},
+        {"Axes",
+         curve([](int i) { return Point3(i % 3 == 0 ? i : 0, i % 3 == 1 ? i : 0, i % 3 == 2 ? i : 0); }),
+         false, bQuadratic},
+        {"MomentCurve", curve([](double i) { return Point3(i, i * i, i * i * i); }), bGeneral, bQuadratic},
+        {"Helix", curve([](double i) { return Point3(std::cos(i / 5), std::sin(i / 5), i / 50); }), false,
+         bQuadratic},
+        {"Needles", each(inBundle), bGeneral},
+        {"Duplicates", draw([](Random& r) { return Random(r.below(50)).inCube(0, 1); })},
+        {"OutlierAt1e1", outlierAt(1e1), bGeneral},
+        {"OutlierAt1e3", outlierAt(1e3), bGeneral},
+        {"OutlierAt1e6", outlierAt(1e6), bGeneral},
+        {"OutlierAt1e12", outlierAt(1e12), bGeneral},
+        {"Utm", changed(cube,
+                        [](Random&, const Point3& p) {
+                            return Point3(inMillimetres(512345 + 9 * p.x()),
+                                          inMillimetres(5412345 + 9 * p.y()), inMillimetres(432 + p.z()));
+                        })},
+        {"Ecef", each(onGlobe)},
+        {"OctahedronFacets", between({vOctahedron.begin() + 1, vOctahedron.end()}, each(onOctahedron), {})},
+        {"InsideOctahedron", between(vOctahedron, each(inCoordinatePlanes), {})},
+        // In a row, all corners of one on a common sphere, with their centres and those of their facets.
+        {"Boxes",
+         curve([](int i) { return Point3(i % 3 + 2 * (i / 27), 2 * (i / 3 % 3), 4 * (i / 9 % 3)); })},
+        {"UlpNeighbours",
+         draw([](Random& r) { return shiftedByOneUlp(r, Random(r.below(7)).inCube(0, 1)); })},
+        {"Spiral", each(onSpiral), bGeneral},
+        {"SignedZeros",
+         drawThrice([](Random& r) { return std::copysign(r.whole(0, 2), r.whole(0, 1) - 0.5); })},
+        {"Tiny",
+         scaled(changed(grid<0>, [](Random& r, const Point3& p) { return shiftedByOneUlp(r, p); }), 1e-310)},
+        {"Small", scaled(cube, 1e-160), bGeneral},
+        {"Huge", scaled(ball, 1.79e308), bGeneral},
+        {"WholeRange", drawThrice([](Random& r) {
+             const double mantissa = r.real(-2, 2);
+             return std::ldexp(mantissa, static_cast<int>(r.whole(-1074, 1023)));
+         }),
+         false, bQuadratic},
+        {"Spot", spot},
+    };
 }
 
 } // namespace
@@ -265,160 +309,7 @@ Point3 Random::onSphere()
 
 const std::vector<PointSet>& getPointSets()
 {
-    constexpr bool bGeneral = true, bQuadratic = true;
-    using Size = std::size_t;
-    static const std::vector<PointSet> vSets = {
-        {"UniformCube", uniform, bGeneral, false},
-        {"Ball", ball, bGeneral, false},
-        {"Clusters",
-         [](Size num) {
-             return repeat(num, [](Random& r, double i) {
-                 Random centre(static_cast<std::uint64_t>(i) % 7);
-                 const Point3 c = centre.inCube(-100, 100), a = r.inBall(), b = r.inBall(), d = r.inBall();
-                 return Point3(c.x() + a.x() + b.x() + d.x(), c.y() + a.y() + b.y() + d.y(),
-                               c.z() + a.z() + b.z() + d.z());
-             });
-         },
-         bGeneral, false},
-        {"Grid", grid, false, false},
-        {"GridOneUlpOff",
-         [](Size num) {
-             return changed(grid(num),
-                            [](Random& r, Point3 p) { return shiftedByOneUlp(r, scaled(p, 1, 1)); });
-         },
-         false, false},
-        {"GridTenths",
-         [](Size num) { return changed(grid(num), [](Random&, Point3 p) { return scaled(p, 0.1); }); }, false,
-         false},
-        {"LatticeSphere", latticeSphere, false, false},
-        {"RoundedSphere",
-         [](Size num) { return repeat(num, [](Random& r, double) { return r.onSphere(); }); }, false, false},
-        {"SphereAndCentre",
-         [](Size num) {
-             return joined(latticeSphere(num), {{0, 0, 0}, {1e-300, 0, 0}});
-         },
-         false, false},
-        {"LatticeCylinder", latticeCylinder, false, false},
-        {"RoundedCylinder",
-         [](Size num) {
-             return repeat(
-                 num, [](Random& r, double i) { return Point3(std::cos(i), std::sin(i), r.real(0, 10)); });
-         },
-         false, false},
-        {"CubeSurface", cubeSurface, false, false},
-        {"TiltedPlane", tiltedPlane, false, false},
-        {"PlaneAndPoint",
-         [](Size num) {
-             return joined(tiltedPlane(num), {{1, 0, 0}});
-         },
-         false, false},
-        {"PointAndPlane",
-         [](Size num) {
-             return joined({{1, 0, 0}}, tiltedPlane(num));
-         },
-         false, false},
-        {"TwoPlanes",
-         [](Size num) {
-             return repeat(num, [](Random& r, double) {
-                 return Point3(r.whole(0, 40), r.whole(0, 1), r.whole(0, 40));
-             });
-         },
-         false, false},
-        {"Line",
-         [](Size num) {
-             return repeat(num, [](Random& r, double) { return scaled({1, 2, 3}, r.whole(-900, 900)); });
-         },
-         false, false},
-        {"TwoSkewLines",
-         [](Size num) {
-             return repeat(num, [](Random&, double i) {
-                 return static_cast<int>(i) % 2 == 0 ? Point3(i, 0, 0) : Point3(0, i, 1);
-             });
-         },
-         false, bQuadratic},
-        {"LineThroughPlane",
-         [](Size num) {
-             return repeat(num, [](Random& r, double i) {
-                 return static_cast<int>(i) % 3 == 0 ? Point3(0, 0, i)
-                                                     : Point3(r.whole(-9, 9), r.whole(-9, 9), 0);
-             });
-         },
-         false, bQuadratic},
-        {"Axes",
-         [](Size num) {
-             return repeat(num, [](Random&, double i) {
-                 const auto k = static_cast<int>(i);
-                 return Point3(k % 3 == 0 ? i : 0, k % 3 == 1 ? i : 0, k % 3 == 2 ? i : 0);
-             });
-         },
-         false, bQuadratic},
-        {"MomentCurve",
-         [](Size num) { return repeat(num, [](Random&, double i) { return Point3(i, i * i, i * i * i); }); },
-         bGeneral, bQuadratic},
-        {"Helix",
-         [](Size num) {
-             return repeat(
-                 num, [](Random&, double i) { return Point3(std::cos(i / 5), std::sin(i / 5), i / 50); });
-         },
-         false, bQuadratic},
-        {"Needles", needles, bGeneral, false},
-        {"Duplicates",
-         [](Size num) {
-             return repeat(num,
-                           [&](Random& r, double) { return Random(r.below(num / 30 + 1)).inCube(0, 1); });
-         },
-         false, false},
-        {"OutlierAt1e1", clusterAndOutlier<1>, bGeneral, false},
-        {"OutlierAt1e3", clusterAndOutlier<3>, bGeneral, false},
-        {"OutlierAt1e6", clusterAndOutlier<6>, bGeneral, false},
-        {"OutlierAt1e12", clusterAndOutlier<12>, bGeneral, false},
-        {"Utm",
-         [](Size num) {
-             return repeat(num, [](Random& r, double) {
-                 return Point3(roundedTo(0.001, 512345 + r.real(0, 9)),
-                               roundedTo(0.001, 5412345 + r.real(0, 9)),
-                               roundedTo(0.001, 432 + r.real(0, 0.5)));
-             });
-         },
-         false, false},
-        {"Ecef",
-         [](Size num) {
-             return repeat(num, [](Random& r, double) {
-                 const double a = r.real(0.8, 0.8001), b = r.real(0.2, 0.2001), radius = 6371000;
-                 return Point3(roundedTo(0.001, radius * std::cos(a) * std::cos(b)),
-                               roundedTo(0.001, radius * std::cos(a) * std::sin(b)),
-                               roundedTo(0.001, radius * std::sin(a)));
-             });
-         },
-         false, false},
-        {"OctahedronFacets", octahedron, false, false},
-        {"InsideOctahedron", insideOctahedron, false, false},
-        {"Boxes", boxes, false, false},
-        {"UlpNeighbours", ulpNeighbours, false, false},
-        {"Spiral", spiral, bGeneral, false},
-        {"SignedZeros",
-         [](Size num) {
-             return repeat(num, [](Random& r, double) {
-                 const auto any = [&] { return std::copysign(r.whole(0, 2), r.whole(0, 1) - 0.5); };
-                 return Point3(any(), any(), any());
-             });
-         },
-         false, false},
-        {"Tiny",
-         [](Size num) {
-             return changed(grid(num),
-                            [](Random& r, Point3 p) { return scaled(shiftedByOneUlp(r, p), 1e-310); });
-         },
-         false, false},
-        {"Small",
-         [](Size num) { return changed(uniform(num), [](Random&, Point3 p) { return scaled(p, 1e-160); }); },
-         bGeneral, false},
-        {"Huge",
-         [](Size num) { return changed(ball(num), [](Random&, Point3 p) { return scaled(p, 1.79e308); }); },
-         bGeneral, false},
-        {"WholeRange", wholeRange, false, bQuadratic},
-        {"Spot", spot, false, false},
-    };
+    static const std::vector<PointSet> vSets = listPointSets();
     return vSets;
 }
 

@@ -6,6 +6,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <random>
 #include <string>
 #include <vector>
@@ -16,9 +17,9 @@ namespace VORN3D::tests
 struct PointSet
 {
     std::string name;
-    std::vector<Point3> (*make)(std::size_t num); ///< about num points
-    bool bGeneral;   ///< in general position: exactly one Delaunay tetrahedralization
-    bool bQuadratic; ///< may have quadratically many tetrahedra
+    std::function<std::vector<Point3>(std::size_t num)> make; ///< about num points
+    bool bGeneral = false;   ///< in general position: exactly one Delaunay tetrahedralization
+    bool bQuadratic = false; ///< may have quadratically many tetrahedra
 };
 
 const std::vector<PointSet>& getPointSets();

@@ -15,35 +15,32 @@ namespace
 
 using Points = std::vector<Point3>;
 
-void insertChunks(TrackedTriangulation& dt, const Points& vPoints, std::size_t size)
+void insertChunks(TrackedTriangulation& dt, const Points& v, std::size_t last, std::size_t size)
 {
-    for (std::size_t first = 0; first < vPoints.size(); first += size) {
-        const std::size_t last = std::min(first + size, vPoints.size());
-        dt.insertBatch(Points(vPoints.begin() + static_cast<std::ptrdiff_t>(first),
-                              vPoints.begin() + static_cast<std::ptrdiff_t>(last)));
-    }
+    const auto at = [&](std::size_t i) { return v.begin() + static_cast<std::ptrdiff_t>(std::min(i, last)); };
+    for (std::size_t first = 0; first < last; first += size)
+        dt.insertBatch(Points(at(first), at(first + size)));
 }
 
-const std::map<std::string, void (*)(TrackedTriangulation&, const Points&)>& getManners()
-{
-    static const std::map<std::string, void (*)(TrackedTriangulation&, const Points&)> manners = {
-        {"one batch", [](TrackedTriangulation& dt, const Points& v) { dt.insertBatch(v); }},
-        {"singly",
-         [](TrackedTriangulation& dt, const Points& v) {
-             for (const Point3& p : v)
-                 dt.insertSingle(p);
-         }},
-        {"batches", [](TrackedTriangulation& dt, const Points& v) { insertChunks(dt, v, v.size() / 5 + 1); }},
-        {"batches and singles",
-         [](TrackedTriangulation& dt, const Points& v) {
-             insertChunks(dt, Points(v.begin(), v.begin() + static_cast<std::ptrdiff_t>(v.size() / 2)), 7);
-             for (std::size_t i = v.size() / 2; i < v.size(); ++i)
-                 i % 3 == 0 ? dt.insertBatch({v[i]}) : void(dt.insertSingle(v[i]));
-             dt.insertBatch(v);
-         }},
-    };
-    return manners;
-}
+using Manner = std::pair<const char*, void (*)(TrackedTriangulation&, const Points&)>;
+
+constexpr Manner aManners[] = {
+    {"one batch", [](TrackedTriangulation& dt, const Points& v) { dt.insertBatch(v); }},
+    {"singly",
+     [](TrackedTriangulation& dt, const Points& v) {
+         for (const Point3& p : v)
+             dt.insertSingle(p);
+     }},
+    {"batches",
+     [](TrackedTriangulation& dt, const Points& v) { insertChunks(dt, v, v.size(), v.size() / 5 + 1); }},
+    {"batches and singles",
+     [](TrackedTriangulation& dt, const Points& v) {
+         insertChunks(dt, v, v.size() / 2, 7);
+         for (std::size_t i = v.size() / 2; i < v.size(); ++i)
+             i % 3 == 0 ? dt.insertBatch({v[i]}) : void(dt.insertSingle(v[i]));
+         dt.insertBatch(v);
+     }},
+};
 
 std::map<std::string, Points> orderings(const Points& vPoints)
 {
@@ -80,7 +77,7 @@ TEST_P(PointSetsTest, YieldsASoundMeshInEveryOrderAndManner)
     const Points vPoints = makePoints(GetParam(), GetParam().bQuadratic ? 50 : 250);
     Quadruples expected;
     for (const auto& [order, vOrdered] : orderings(vPoints))
-        for (const auto& [manner, insert] : getManners()) {
+        for (const auto& [manner, insert] : aManners) {
             SCOPED_TRACE(order + ", " + manner);
             TrackedTriangulation dt;
             insert(dt, vOrdered);
