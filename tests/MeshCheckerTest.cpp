@@ -4,6 +4,7 @@
 #include "PointSets.h"
 #include "TrackedTriangulation.h"
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -41,29 +42,18 @@ struct Victim
     Point3 stranger;
 };
 
-/// Two tetrahedra on a common facet.
-std::vector<Point3> twoTets()
-{
-    return {{1, 0, 0}, {-0.5, 1, 0}, {-0.5, -1, 0}, {0, 0, 2}, {0, 0, -2}};
-}
+const std::vector<Point3> vTwoTets = {{1, 0, 0}, {-0.5, 1, 0}, {-0.5, -1, 0}, {0, 0, 2}, {0, 0, -2}};
+const std::vector<Point3> vThreeTets = {{1, 0, 0}, {-0.5, 1, 0}, {-0.5, -1, 0}, {0, 0, 0.2}, {0, 0, -0.2}};
 
-/// Three tetrahedra around an edge.
-std::vector<Point3> threeTets()
-{
-    return {{1, 0, 0}, {-0.5, 1, 0}, {-0.5, -1, 0}, {0, 0, 0.2}, {0, 0, -0.2}};
-}
-
-std::vector<Point3> someBall()
-{
+const std::vector<Point3> vBall = [] {
     std::vector<Point3> vPoints;
     Random random(5);
-    for (int i = 0; i < 60; ++i)
-        vPoints.push_back(random.inBall());
-    vPoints.push_back(vPoints[7]);
-    for (std::size_t i = 0; i < vPoints.size(); ++i)
-        vPoints[i].setCustomIndex(static_cast<int>(i));
+    for (int i = 0; i < 61; ++i) {
+        vPoints.push_back(i == 60 ? vPoints[7] : random.inBall());
+        vPoints.back().setCustomIndex(i);
+    }
     return vPoints;
-}
+}();
 
 void swapCorners(Tet3* pTet, int i, int k)
 {
@@ -88,15 +78,6 @@ void cut(Tet3* pTet, int i)
     pTet->setOppTet(i, nullptr);
 }
 
-void hollowOut(Victim& v)
-{
-    Tet3* pTet = v.innerTet();
-    for (int i = 0; i < 4; ++i) {
-        pTet->getCorner(i)->setOneTet(v.vHandles[0]->getOneTet());
-        cut(pTet, i);
-    }
-}
-
 /// Folds the second tetrahedron onto the first, so that their common facet stays as it is.
 void fold(Victim& v)
 {
@@ -109,79 +90,62 @@ void fold(Victim& v)
 struct Sabotage
 {
     const char* expected; ///< part of the message
-    std::vector<Point3> (*makePoints)();
+    std::vector<Point3> vPoints;
     std::function<void(Victim&)> spoil;
 };
 
-const std::vector<Sabotage>& getSabotages()
-{
-    static const std::vector<Sabotage> vSabotages = {
-        {"does not have the vertices", someBall,
-         [](Victim& v) { v.innerTet()->setCorner(2, v.innerTet()->getOppVtxInOppTet(1, true)); }},
-        {"does not have the vertices", someBall, [](Victim& v) { swapCorners(v.innerTet(), 0, 1); }},
-        {"is no vertex", someBall, [](Victim& v) { v.innerTet()->setCorner(2, &v.stranger); }},
-        {"is negatively oriented", someBall, [](Victim& v) { turnOver(v.innerTet()); }},
-        {"is flat", twoTets, [](Victim& v) { v.vHandles[3]->exchange(0, 0, 0); }},
-        {"is not mutual", someBall,
-         [](Victim& v) {
-             v.innerTet()->getOppTet(0)->setOppTet(v.innerTet()->getIntraTetIndexInOppTet(0), nullptr);
-         }},
-        {"is not mutual", someBall,
-         [](Victim& v) { v.innerTet()->setOppTet(0, v.innerTet()->getOppTet(1)); }},
-        {"is in 4 facets", someBall,
-         [](Victim& v) {
-             Tet3* pTet = v.innerTet();
-             cut(pTet, 2);
-             cut(pTet, 3);
-         }},
-        {"Euler", someBall, [](Victim& v) { cut(v.innerTet(), 3); }},
-        {"no sphere or disc", threeTets,
-         [](Victim& v) { cut(v.vTets[0], v.vTets[0]->getIntraTetIndex(v.vTets[1])); }},
-        {"not convex", twoTets, [](Victim& v) { v.vHandles[3]->exchange(3, 0, 2); }},
-        {"beyond the hull facet", twoTets, [](Victim& v) { v.vHandles[3]->exchange(3, 0, 2); }},
-        {"is inside the circumsphere of its neighbour", twoTets,
-         [](Victim& v) { v.vHandles[3]->exchange(0, 0, 0.1); }},
-        {"overlaps", twoTets, fold},
-        {"Euler", someBall, hollowOut},
-        {"visited mark", someBall, [](Victim& v) { v.innerTet()->hasBeenVisited = true; }},
-        {"does not know an incident", twoTets, [](Victim& v) { v.vHandles[3]->setOneTet(nullptr); }},
-        {"is no corner of its incident", twoTets,
-         [](Victim& v) { v.vHandles[3]->setOneTet(v.vHandles[4]->getOneTet()); }},
-        {"have different vertices", someBall,
-         [](Victim& v) { v.vHandles[60] = &(v.stranger = v.vInput[60]); }},
-        {"not the distinct input points", twoTets,
-         [](Victim& v) { v.vHandles[2] = &(v.stranger = v.vInput[2]); }},
-        {"has other coordinates", someBall, [](Victim& v) { std::swap(v.vHandles[3], v.vHandles[4]); }},
-        {"has other coordinates", someBall, [](Victim& v) { v.vHandles[3] = nullptr; }},
-        {"61 input points have 60 handles", someBall, [](Victim& v) { v.vHandles.pop_back(); }},
-        {"has custom index 60, not 7", someBall, [](Victim& v) { v.vHandles[7]->setCustomIndex(60); }},
-        {"is not in the mesh", twoTets, [](Victim& v) { v.vHandles[3]->setOneTet(nullptr); }},
-    };
-    return vSabotages;
-}
+const Sabotage aSabotages[] = {
+    {"does not have the vertices", vBall, [](Victim& v) { swapCorners(v.innerTet(), 0, 1); }},
+    {"is no vertex", vBall, [](Victim& v) { v.innerTet()->setCorner(2, &v.stranger); }},
+    {"is negatively oriented", vBall, [](Victim& v) { turnOver(v.innerTet()); }},
+    {"is flat", vTwoTets, [](Victim& v) { v.vHandles[3]->exchange(0, 0, 0); }},
+    {"is not mutual", vBall, [](Victim& v) { v.innerTet()->setOppTet(0, v.innerTet()->getOppTet(1)); }},
+    {"is in 4 facets", vBall,
+     [](Victim& v) {
+         Tet3* pTet = v.innerTet();
+         cut(pTet, 2);
+         cut(pTet, 3);
+     }},
+    {"Euler", vBall, [](Victim& v) { cut(v.innerTet(), 3); }},
+    {"no sphere or disc", vThreeTets,
+     [](Victim& v) { cut(v.vTets[0], v.vTets[0]->getIntraTetIndex(v.vTets[1])); }},
+    {"not convex", vTwoTets, [](Victim& v) { v.vHandles[3]->exchange(3, 0, 2); }},
+    {"beyond the hull facet", vTwoTets, [](Victim& v) { v.vHandles[3]->exchange(3, 0, 2); }},
+    {"is inside the circumsphere of its neighbour", vTwoTets,
+     [](Victim& v) { v.vHandles[3]->exchange(0, 0, 0.1); }},
+    {"overlaps", vTwoTets, fold},
+    {"visited mark", vBall, [](Victim& v) { v.innerTet()->hasBeenVisited = true; }},
+    {"does not know an incident", vTwoTets, [](Victim& v) { v.vHandles[3]->setOneTet(nullptr); }},
+    {"is not in the mesh", vTwoTets, [](Victim& v) { v.vHandles[3]->setOneTet(nullptr); }},
+    {"is no corner of its incident", vTwoTets,
+     [](Victim& v) { v.vHandles[3]->setOneTet(v.vHandles[4]->getOneTet()); }},
+    {"have different vertices", vBall, [](Victim& v) { v.vHandles[60] = &(v.stranger = v.vInput[60]); }},
+    {"not the distinct input points", vTwoTets,
+     [](Victim& v) { v.vHandles[2] = &(v.stranger = v.vInput[2]); }},
+    {"has other coordinates", vBall, [](Victim& v) { std::swap(v.vHandles[3], v.vHandles[4]); }},
+    {"has other coordinates", vBall, [](Victim& v) { v.vHandles[3] = nullptr; }},
+    {"61 input points have 60 handles", vBall, [](Victim& v) { v.vHandles.pop_back(); }},
+    {"has custom index 60, not 7", vBall, [](Victim& v) { v.vHandles[7]->setCustomIndex(60); }},
+};
 
 TEST(MeshChecker, AcceptsSoundMeshes)
 {
-    EXPECT_EQ(Victim(someBall()).faults(), "");
-    EXPECT_EQ(Victim(twoTets()).faults(), "");
-    EXPECT_EQ(Victim({{0, 0, 0}, {1, 0, 0}, {1, 1, 0}, {0, 1, 0}}).faults(), "");
-    EXPECT_EQ(Victim({}).faults(), "");
+    for (const std::vector<Point3>& vPoints : {{}, vTwoTets, vBall, {{0, 0, 0}, {1, 0, 0}, {1, 1, 0}}})
+        EXPECT_EQ(Victim(vPoints).faults(), "");
 }
 
 TEST(MeshChecker, NamesEveryFault)
 {
-    for (std::size_t i = 0; i < getSabotages().size(); ++i) {
-        const Sabotage& sabotage = getSabotages()[i];
-        SCOPED_TRACE("sabotage " + std::to_string(i));
-        Victim victim(sabotage.makePoints());
+    for (const Sabotage& sabotage : aSabotages) {
+        Victim victim(sabotage.vPoints);
         sabotage.spoil(victim);
-        EXPECT_NE(victim.faults().find(sabotage.expected), std::string::npos) << victim.faults();
+        EXPECT_THAT(victim.faults(), testing::HasSubstr(sabotage.expected));
     }
 }
 
 TEST(MeshChecker, ReportsAtMost20Faults)
 {
-    Victim victim(someBall());
+    Victim victim(vBall);
     for (Tet3* pTet : victim.vTets)
         pTet->setCorner(0, pTet->getCorner(1));
     EXPECT_EQ(findMeshFaults(victim.dt).size(), 20u);
@@ -189,22 +153,17 @@ TEST(MeshChecker, ReportsAtMost20Faults)
 
 TEST(MeshChecker, JudgesLocate)
 {
-    Victim victim(twoTets());
-    const Point3 inside(0, 0, 1), onHullFacet(0.25, 0.5, 0), outside(9, 0, 0);
+    Victim victim(vTwoTets);
     const Tet3* pUpper = victim.vHandles[3]->getOneTet();
     const Tet3* pLower = victim.vHandles[4]->getOneTet();
     const auto isRight = [&](const Point3& q, const Tet3* pTet) {
         return findLocateFaults(victim.dt, q, pTet).empty();
     };
-    EXPECT_TRUE(isRight(inside, pUpper));
-    EXPECT_FALSE(isRight(inside, pLower));
-    EXPECT_FALSE(isRight(inside, nullptr));
+    for (const Point3& q : {Point3(0, 0, 1), Point3(0, 0, 2)}) // inside and at a corner
+        EXPECT_TRUE(isRight(q, pUpper) && !isRight(q, pLower) && !isRight(q, nullptr));
     EXPECT_TRUE(isRight({0, 0, 0}, pUpper) && isRight({0, 0, 0}, pLower));
-    EXPECT_TRUE(isRight(onHullFacet, nullptr));
-    EXPECT_FALSE(isRight(onHullFacet, pUpper));
-    EXPECT_TRUE(isRight(outside, nullptr));
-    EXPECT_TRUE(isRight({0, 0, 2}, pUpper));
-    EXPECT_FALSE(isRight({0, 0, 2}, pLower));
+    EXPECT_TRUE(isRight({0.25, 0.5, 0}, nullptr) && !isRight({0.25, 0.5, 0}, pUpper)) << "on a hull facet";
+    EXPECT_TRUE(isRight({9, 0, 0}, nullptr));
 }
 
 /// The filter and the integers must agree: near a common plane or sphere, swapping two points flips every
@@ -212,9 +171,8 @@ TEST(MeshChecker, JudgesLocate)
 TEST(MeshChecker, SignsAreExact)
 {
     EXPECT_EQ(exactOrientation({0, 0, 0}, {1, 0, 0}, {0, 1, 0}, {0, 0, 5e-324}), 1);
-    EXPECT_EQ(exactInSphere({0, 0, 0}, {1, 0, 0}, {0, 1, 0}, {0, 0, 1}, {1, 1, 1}), 0);
-    EXPECT_EQ(exactInSphere({0, 0, 0}, {1, 0, 0}, {0, 1, 0}, {0, 0, 1}, {1, 1, 1 - 1e-16}), 1);
-    EXPECT_EQ(exactInSphere({0, 0, 0}, {1, 0, 0}, {0, 1, 0}, {0, 0, 1}, {1, 1, 1 + 1e-15}), -1);
+    for (const auto& [z, sign] : {std::pair(1.0, 0), std::pair(1 - 1e-16, 1), std::pair(1 + 1e-15, -1)})
+        EXPECT_EQ(exactInSphere({0, 0, 0}, {1, 0, 0}, {0, 1, 0}, {0, 0, 1}, {1, 1, z}), sign);
     EXPECT_EQ(exactInSphere({0, 0, 0}, {1e300, 0, 0}, {0, 1e300, 0}, {0, 0, 1e300}, {5e-324, 5e-324, 5e-324}),
               1);
     Random random(3);
