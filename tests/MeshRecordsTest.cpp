@@ -166,7 +166,7 @@ TEST_F(TetrahedronTest, Printing)
 
 TEST_F(TetrahedronTest, WrongArgumentsFailPlainAssertions)
 {
-    int i, a, b, c;
+    int i = 0, a, b, c;
     const std::pair<const char*, std::function<void()>> aCalls[] = {
         {"range03(ith)", [&] { pTet->getCorner(i); }},
         {"range03(ith)", [&] { pTet->setCorner(i, &aPoint[0]); }},
