@@ -1,6 +1,7 @@
 #pragma once
 
 #include "InputError.h"
+#include "vtkSupport.h"
 
 #include <algorithm>
 #include <cctype>
@@ -19,6 +20,7 @@ struct FileFormat
     std::vector<std::string> vExtensions; ///< in lower case, with the dot
     std::string description;
     Function* pFunction;
+    bool bNeedsVtk = false;
 };
 
 /// The formats of one purpose. The first one is taken for standard input or output and for paths without an
@@ -58,6 +60,7 @@ inline std::string getLowerExtension(const std::string& path)
     return extension;
 }
 
+/// The first format that is wanted. Throws InputError if there is none, or if this build lacks what it needs.
 template <typename Function, typename Condition>
 const FileFormat<Function>& findFormat(const FileFormats<Function>& vFormats, const std::string& path,
                                        const Condition& isWanted)
@@ -65,6 +68,8 @@ const FileFormat<Function>& findFormat(const FileFormats<Function>& vFormats, co
     const auto found = std::find_if(vFormats.begin(), vFormats.end(), isWanted);
     if (found == vFormats.end())
         throw InputError(path, "unknown file format; known are" + describeFormats(vFormats));
+    if (found->bNeedsVtk && !hasVtk())
+        throw InputError(path, vtkMissing);
     return *found;
 }
 

@@ -17,6 +17,12 @@ const FileFormats<ReadFunction>& getPointFormats()
         {"pts", {".pts"}, "the same after an optional line with the number of points", readPts},
         {"node", {".node"}, "TetGen's nodes, numbered from 0 or 1", readNode},
         {"bin", {".bin"}, "three little-endian doubles for each point", readBinary},
+        {"ply", {".ply"}, "the vertices of a surface, rounded to single precision", readPly, true},
+        {"obj", {".obj"}, "the same", readObj, true},
+        {"stl", {".stl"}, "the same, equal ones merged", readStl, true},
+        {"vtp", {".vtp"}, "the points of VTK's polygons, in the file's own precision", readVtp, true},
+        {"vtu", {".vtu"}, "those of VTK's unstructured grid", readVtu, true},
+        {"vtk", {".vtk"}, "those of either in VTK's older format", readVtk, true},
     };
     return vFormats;
 }

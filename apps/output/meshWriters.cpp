@@ -36,6 +36,12 @@ void writeScene(const MeshSource& source, OutputFile& file)
 const FileFormats<WriteMeshFunction>& getMeshFormats()
 {
     static const FileFormats<WriteMeshFunction> vFormats{
+        {"vtu",
+         {".vtu"},
+         "VTK's unstructured grid, compressed, with input index and hull flag",
+         writeVtu,
+         true},
+        {"vtk", {".vtk"}, "the same in VTK's older format, as binary", writeVtk, true},
         {"medit", {".mesh"}, "Medit's mesh: vertices, tetrahedra, hull triangles", writeMedit},
         {"nodes",
          {".node"},

@@ -25,6 +25,8 @@ const FileFormats<WriteMeshFunction>& getMeshFormats();
 /// needs.
 const FileFormat<WriteMeshFunction>& chooseMeshFormat(const std::string& path);
 
+WriteMeshFunction writeVtu;
+WriteMeshFunction writeVtk;
 WriteMeshFunction writeMedit;
 WriteMeshFunction writeTetgenNodes;
 WriteMeshFunction writeTetgenElements;

@@ -247,10 +247,36 @@ TEST_F(Program, WritesMeshesAsTheirNamesSay)
     EXPECT_EQ(m_directory.read("a.list").rfind("LIST", 0), 0u);
 }
 
+TEST_F(Program, ReadsItsOwnMeshesBackExactly)
+{
+    if (!hasVtk())
+        GTEST_SKIP() << "built without VTK";
+    const Outcome outcome =
+        run("vorn3d generate -n 1000 -o a.bin && vorn3d triangulate a.bin -o a.vtu -o a.vtk -o a.node");
+    ASSERT_EQ(outcome.status, exitSuccess) << outcome.errors;
+    const std::vector<Point3> vPoints = readPoints(m_directory.getPath("a.bin"), "");
+    for (const std::string name : {"a.vtu", "a.vtk", "a.node"})
+        EXPECT_EQ(readPoints(m_directory.getPath(name), ""), vPoints) << name;
+}
+
+TEST_F(Program, NamesVtkWhereItIsMissing)
+{
+    if (hasVtk())
+        GTEST_SKIP() << "built with VTK";
+    for (const std::string arguments : {"missing.xyz -o a.vtu", "missing.ply"}) {
+        const Outcome outcome = run("vorn3d triangulate " + arguments);
+        EXPECT_EQ(outcome.status, exitBadInput);
+        EXPECT_NE(outcome.errors.find("libvtk9-dev"), std::string::npos) << outcome.errors;
+    }
+}
+
 TEST_F(Program, LeavesNoHalfMesh)
 {
     run("vorn3d generate -n 10000 -o points.bin");
-    for (const std::string name : {"a.mesh", "a.list"}) {
+    std::vector<std::string> vNames{"a.mesh", "a.list"};
+    if (hasVtk())
+        vNames.insert(vNames.end(), {"a.vtu", "a.vtk"});
+    for (const std::string& name : vNames) {
         const Outcome outcome = run("trap '' XFSZ; ulimit -f 100; vorn3d triangulate points.bin -o " + name);
         EXPECT_EQ(outcome.status, exitFailure);
         EXPECT_NE(outcome.errors.find(name), std::string::npos) << outcome.errors;

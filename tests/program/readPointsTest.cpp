@@ -176,6 +176,45 @@ TEST(ReadPoints, JoinsLinesAcrossBlocks)
               "a.xyz:2: the line is longer than 1048576 bytes");
 }
 
+TEST(ReadVtkPoints, ReadsSurfacesOrNamesWhatIsMissing)
+{
+    const std::string body = "0 0 0\n1 0 0\n0 0.5 2\n";
+    const std::string facet = "facet normal 0 0 1\nouter loop\nvertex 0 0 0\nvertex 1 0 0\nvertex 0 0.5 2\n"
+                              "endloop\nendfacet\n";
+    const TemporaryDirectory directory;
+    const std::vector<std::string> vPaths{
+        directory.write("a.ply",
+                        "ply\nformat ascii 1.0\nelement vertex 3\nproperty double x\nproperty double y\n"
+                        "property double z\nend_header\n" +
+                            body),
+        directory.write("a.OBJ", "v 0 0 0\nv 1 0 0\nv 0 0.5 2\nf 1 2 3\n"),
+        directory.write("a.stl", "solid a\n" + facet + facet + "endsolid a\n"),
+        directory.write("a.vtk",
+                        "# vtk DataFile Version 3.0\na\nASCII\nDATASET POLYDATA\nPOINTS 3 double\n" + body),
+    };
+    for (const std::string& path : vPaths) {
+        SCOPED_TRACE(path);
+        if (!hasVtk()) {
+            EXPECT_THROW(readPoints(path, ""), InputError);
+            continue;
+        }
+        const std::vector<Point3> vPoints = readPoints(path, "");
+        ASSERT_EQ(vPoints.size(), 3u);
+        EXPECT_EQ(vPoints[2], Point3(0, 0.5, 2));
+    }
+}
+
+TEST(ReadVtkPoints, RefusesWhatIsNoSuchFile)
+{
+    const TemporaryDirectory directory;
+    testing::internal::CaptureStderr();
+    for (const std::string name : {"a.ply", "a.obj", "a.stl", "a.vtp", "a.vtu", "a.vtk"}) {
+        EXPECT_THROW(readPoints(directory.write(name, "1 2 3\n"), ""), InputError) << name;
+        EXPECT_THROW(readPoints(directory.write(name, ""), ""), InputError) << name;
+    }
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
+}
+
 } // namespace
 
 } // namespace VORN3D::program
