@@ -9,6 +9,7 @@
 #include "Summary.h"
 #include "input/readPoints.h"
 #include "output/meshWriters.h"
+#include "output/picture.h"
 
 #include "vorn3d/Vorn_3D.h"
 
@@ -26,6 +27,8 @@ struct TriangulateOptions
     std::string input;
     std::string inputFormat;
     std::vector<std::string> vOutputs;
+    std::string picture;
+    std::string pictureQuantity = pictureQuantities.front();
     bool bCheck = false;
     bool bStatistics = false;
     bool bJson = false;
@@ -89,6 +92,25 @@ void writeOutputs(const TriangulateOptions& options, Vorn_3D& triangulation)
     }
 }
 
+void drawPicture(const TriangulateOptions& options, const Vorn_3D& triangulation)
+{
+    if (options.picture.empty())
+        return;
+    OutputFile file(options.picture);
+    writePicture(triangulation, options.pictureQuantity, file);
+    InterruptionWatch::check();
+    file.commit();
+}
+
+/// Refuses outputs that cannot be made, before any work.
+void checkOutputs(const TriangulateOptions& options)
+{
+    for (const std::string& path : options.vOutputs)
+        chooseMeshFormat(path);
+    if (!options.picture.empty())
+        checkPicturePath(options.picture);
+}
+
 /// Does what the options ask for; the library's messages stay off standard output meanwhile.
 ExitStatus work(const TriangulateOptions& options, Report& report)
 {
@@ -111,13 +133,13 @@ ExitStatus work(const TriangulateOptions& options, Report& report)
             return exitFailure;
     }
     writeOutputs(options, triangulation);
+    drawPicture(options, triangulation);
     return exitSuccess;
 }
 
 ExitStatus triangulate(const TriangulateOptions& options)
 {
-    for (const std::string& path : options.vOutputs)
-        chooseMeshFormat(path);
+    checkOutputs(options);
     const InterruptionWatch watch;
     Report report;
     const ExitStatus status = work(options, report);
@@ -156,6 +178,7 @@ Examples:
   zcat scan.csv.gz | vorn3d triangulate -
   vorn3d triangulate --format bin points.dat
   vorn3d triangulate scan.xyz --check --stats --json
+  vorn3d triangulate scan.xyz --picture scan.png --color ratio
   vorn3d triangulate scan.xyz -o scan.mesh -o hull.ply
 )";
 
@@ -173,6 +196,11 @@ void addTriangulateCommand(CLI::App& app, ExitStatus& status)
         ->add_option("-o,--output", pOptions->vOutputs,
                      "Write the mesh into this file, in the format of its extension; may be given repeatedly")
         ->allow_extra_args(false);
+    pCommand->add_option("--picture", pOptions->picture,
+                         "Draw the mesh, cut open in the middle, into this .png file; needs no display");
+    pCommand->add_option("--color", pOptions->pictureQuantity, "What the colours of the picture show")
+        ->capture_default_str()
+        ->check(CLI::IsMember(pictureQuantities));
     pCommand->add_flag(
         "--check", pOptions->bCheck,
         "Check the mesh, exactly: links, orientation, empty spheres; a fault is named on standard "

@@ -10,6 +10,7 @@
 
 #include <cmath>
 #include <map>
+#include <set>
 
 #include <sys/wait.h>
 
@@ -165,6 +166,7 @@ TEST_F(Program, RefusesUnusableArgumentsWithStatus2)
          {"", "triangulate", "triangulate a.las", "triangulate --format las a.xyz", "refine", "generate -n 5",
           "generate -n 5 -o a.ply", "generate -n 0 -o a.xyz", "generate -n -5 -o a.xyz",
           "triangulate - -o mesh", "triangulate - -o -", "triangulate a.xyz -o a.mesh -o a.docx",
+          "triangulate a.xyz --picture a.jpg", "triangulate a.xyz --picture a.png --color mood",
           "generate -n 5 --shape torus -o a.xyz", "generate -n 5 --seed -1 -o a.xyz"}) {
         const Outcome outcome = run("vorn3d " + arguments);
         EXPECT_EQ(outcome.status, exitBadInput) << arguments;
@@ -259,11 +261,35 @@ TEST_F(Program, ReadsItsOwnMeshesBackExactly)
         EXPECT_EQ(readPoints(m_directory.getPath(name), ""), vPoints) << name;
 }
 
+TEST_F(Program, DrawsPicturesWithoutADisplay)
+{
+    if (!hasVtk())
+        GTEST_SKIP() << "built without VTK";
+    if (std::system("command -v Xvfb >/dev/null") != 0)
+        GTEST_SKIP() << "there is no Xvfb";
+    std::set<std::string> images;
+    for (const std::string quantity : {"size", "ratio", "index"}) {
+        const Outcome outcome = run("unset DISPLAY; vorn3d generate -n 100 -o - |"
+                                    " vorn3d triangulate - --picture a.png --color " +
+                                    quantity);
+        EXPECT_EQ(outcome.status, exitSuccess);
+        EXPECT_EQ(outcome.errors, "");
+        const std::string image = m_directory.read("a.png");
+        EXPECT_EQ(image.substr(1, 3), "PNG");
+        // An image in one colour takes a few hundred bytes.
+        EXPECT_GT(image.size(), 20000u);
+        images.insert(image);
+    }
+    EXPECT_EQ(images.size(), 3u) << "the colours tell the quantity";
+    EXPECT_EQ(m_directory.list(), "a.png ");
+}
+
 TEST_F(Program, NamesVtkWhereItIsMissing)
 {
     if (hasVtk())
         GTEST_SKIP() << "built with VTK";
-    for (const std::string arguments : {"missing.xyz -o a.vtu", "missing.ply"}) {
+    for (const std::string arguments :
+         {"missing.xyz -o a.vtu", "missing.xyz --picture a.png", "missing.ply"}) {
         const Outcome outcome = run("vorn3d triangulate " + arguments);
         EXPECT_EQ(outcome.status, exitBadInput);
         EXPECT_NE(outcome.errors.find("libvtk9-dev"), std::string::npos) << outcome.errors;
