@@ -181,6 +181,8 @@ private:
     void abandonInsertion();
     void doom(Tet3* pTet, FacetMask certainlyInside);
     bool isInConflict(const Tet3* pTet, const Point3* pVtx) const;
+    static void prefetchLinks(const Tet3* pTet);
+    static void prefetchNeighbors(const Tet3* pTet);
     void growFrom(const DoomedTet& doomed, const LanePoint& lanePoint, const Point3* pVtx);
     void buildStar(Point3* pVtx);
     void linkBeyond(Tet3* pNewTet, const StarFacet& facet);

@@ -109,6 +109,19 @@ bool Dt3::isInConflict(const Tet3* pTet, const Point3* pVtx) const
     return predicates.sphereInclusionTest(pTet, pVtx) != SIC_OUTSIDE;
 }
 
+// Memory is on its way while the sphere tests run: the links of a tetrahedron, which are read if it is doomed
+// and written if it is not, and the records that it links to, which are tested if it is doomed.
+inline void Dt3::prefetchLinks(const Tet3* pTet)
+{
+    __builtin_prefetch(&pTet->aOppTet[3]);
+}
+
+inline void Dt3::prefetchNeighbors(const Tet3* pTet)
+{
+    for (const Tet3* pNeighbor : pTet->aOppTet)
+        __builtin_prefetch(pNeighbor);
+}
+
 // Looks at the neighbours of a doomed tetrahedron: those in conflict are doomed, and the facets towards the
 // others bound the cavity. Whether a neighbour is in conflict is as good as random, so nothing branches on
 // it: it is stored in both lists and counted in one.
@@ -121,7 +134,12 @@ void Dt3::growFrom(const DoomedTet& doomed, const LanePoint& lanePoint, const Po
     for (int i = 3; i >= 0; --i) {
         const Tet3* pBeyond = pDoomed->aOppTet[i];
         aCandidate[numCandidates] = i;
-        numCandidates += pBeyond == nullptr || !pBeyond->hasBeenVisited;
+        if (pBeyond != nullptr) {
+            prefetchLinks(pBeyond);
+            numCandidates += !pBeyond->hasBeenVisited;
+        } else {
+            ++numCandidates;
+        }
     }
     ScratchList<DoomedTet>::Appender stack(vStack, 4);
     ScratchList<Tet3*>::Appender doomedTets(vDoomedTets, 4);
@@ -143,6 +161,7 @@ void Dt3::growFrom(const DoomedTet& doomed, const LanePoint& lanePoint, const Po
         const bool bConflict =
             side == SphereSide::UNDECIDED ? isInConflict(pBeyond, pVtx) : side == SphereSide::INSIDE;
         pBeyond->hasBeenVisited = bConflict;
+        prefetchNeighbors(pBeyond);
         stack.appendIf({pBeyond, getCertainSides(volumes, maxSquaredLength).inside}, bConflict);
         doomedTets.appendIf(pBeyond, bConflict);
         star.appendIf(facet, !bConflict);

@@ -8,7 +8,6 @@
 #pragma once
 
 #include "nalo_tools/assertion.h"
-#include "nalo_tools/blockMemory.h"
 
 #include <algorithm>
 #include <cstddef>
@@ -145,7 +144,7 @@ private:
 
     static T* allocateRecords(std::size_t numRecords)
     {
-        void* pMemory = allocateBlock(numRecords * sizeof(T));
+        void* pMemory = std::malloc(numRecords * sizeof(T));
         if (pMemory == nullptr && numRecords > 0) {
             std::cout << "SimplePool::alloc(..), ERROR: Out of memory, sorry" << std::endl;
             DEBUG_ASSERT_TEXT(false, "false");
