@@ -165,8 +165,7 @@ public:
     void linkVertices(std::size_t every)
     {
         for (std::size_t i = 0; i < m_vVertices.size(); ++i)
-            m_vVertices[i]->setOneTet(i % every == every - 1 ? reinterpret_cast<Tet3*>(m_vVertices[i])
-                                                             : nullptr);
+            m_vVertices[i]->setOneTet(i % every == 0 ? reinterpret_cast<Tet3*>(m_vVertices[i]) : nullptr);
     }
 
     void reindex()
