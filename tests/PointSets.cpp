@@ -225,7 +225,6 @@ std::vector<PointSet> listPointSets()
         {"CubeSurface", each(onCubeSurface)},
         {"TiltedPlane", each(onTiltedPlane)},
         {"PlaneAndPoint", between({}, each(onTiltedPlane), {{1, 0, 0}})},
-        {"PointAndPlane", between({{1, 0, 0}}, each(onTiltedPlane), {})},
         {"TwoPlanes", draw([](Random& r) {
              return Point3{r.whole(0, 40), r.whole(0, 1), r.whole(0, 40)};
          })},
@@ -246,8 +245,6 @@ std::vector<PointSet> listPointSets()
          bQuadratic},
         {"Needles", each(inBundle), bGeneral},
         {"Duplicates", draw([](Random& r) { return Random(r.below(50)).inCube(0, 1); })},
-        {"OutlierAt1e1", outlierAt(1e1), bGeneral},
-        {"OutlierAt1e3", outlierAt(1e3), bGeneral},
         {"OutlierAt1e6", outlierAt(1e6), bGeneral},
         {"OutlierAt1e12", outlierAt(1e12), bGeneral},
         {"Utm", changed(cube,

@@ -179,10 +179,7 @@ TEST_F(Validity, VertexOnTheWrongSideOfAFacet)
                                "\n  Dt3::show(): vTets.size()=2\n"));
 
         EXPECT_THAT(m_directory.list(), testing::EndsWith("_negSideBug.list "));
-        const auto vObjects = readScene(readLastFile());
-        ASSERT_EQ(vObjects.size(), 17u);
-        EXPECT_THAT(vObjects.back().vPoints, ElementsAre(*pFarVtx));
-        EXPECT_EQ(vObjects.back().appearance.at("linewidth"), 10);
+        EXPECT_THAT(readScene(readLastFile()).back().vPoints, ElementsAre(*pFarVtx));
     }
 }
 
