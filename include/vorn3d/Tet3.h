@@ -14,7 +14,7 @@ class Facet3;
 
 /// A tetrahedron of the mesh: four corner vertices and the four neighbouring tetrahedra.
 ///
-/// Conventions, valid throughout the library:
+/// Conventions, valid throughout the library (docs/conventions.md has drawings):
 ///  - Corners are numbered 0 to 3 (the intra-tetrahedron index). Neighbour i lies across the facet opposite
 ///    corner i and is null where that facet is on the convex hull.
 ///  - A facet is named by the corner opposite it ("opp3"), an edge by the two corners not on it ("opp3" and
