@@ -2,6 +2,7 @@
 //
 // The ordinary run takes a few ten thousand configurations. VORN3D_ORACLE_CONFIGURATIONS=10000000 in the
 // environment makes it a long one, which prints how many configurations each stage was the first to decide.
+#include "CornerLanes.h"
 #include "ExactKernels.h"
 #include "ExactSign.h"
 #include "NaloTest3.h"
@@ -154,6 +155,30 @@ protected:
         EXPECT_EQ(m_predicates.sphereInclusionTest(&m_tet, &a[4]), bInside ? SIC_INSIDE : SIC_OUTSIDE);
     }
 
+    /// The filters that the hot loops use instead of the predicates'.
+    void checkLaneFilters(const FivePoints& points)
+    {
+        Point3* const apCorner[] = {&m_aPoint[0], &m_aPoint[1], &m_aPoint[2], &m_aPoint[3]};
+        const CornerLanes lanes(apCorner, LanePoint(m_aPoint[4]));
+        const Lanes volumes = lanes.getVolumes();
+        const Lanes squaredLengths = lanes.getSquaredLengths();
+        const double maxSquaredLength = squaredLengths.getMax();
+        const SphereSide side = getCertainSphereSide(volumes, squaredLengths, maxSquaredLength);
+        if (side != SphereSide::UNDECIDED) {
+            EXPECT_EQ(getSphereSign(points), side == SphereSide::INSIDE ? -1 : 1);
+        }
+        static constexpr std::size_t aFacet[4][3] = {{1, 3, 2}, {0, 2, 3}, {0, 3, 1}, {0, 1, 2}};
+        const CertainSides sides = getCertainSides(volumes, maxSquaredLength);
+        for (std::size_t i = 0; i < 4; ++i) {
+            const int sign =
+                static_cast<int>(sides.inside >> i & 1) - static_cast<int>(sides.beyond >> i & 1);
+            const std::size_t(&f)[3] = aFacet[i];
+            if (sign != 0) {
+                EXPECT_EQ(getVolumeSign({points[f[0]], points[f[1]], points[f[2]], points[4]}), sign) << i;
+            }
+        }
+    }
+
     int getOrientation(const std::array<int, 5>& order) const
     {
         const auto at = [&](std::size_t i) { return &m_aPoint[order[i]]; };
@@ -240,6 +265,14 @@ TEST_F(ExactSignsTest, EveryStageIsRightOrUndecided)
         printCounts("orientation", m_orientationCounts);
         printCounts("sphere", m_sphereCounts);
     }
+}
+
+TEST_F(ExactSignsTest, LaneFiltersAreRightOrUndecided)
+{
+    forHostilePoints(getNumConfigurations() / 2, [&](const FivePoints& points) {
+        set(points);
+        checkLaneFilters(points);
+    });
 }
 
 // All patterns of zero and other differences.
