@@ -3,12 +3,12 @@
 //
 // Both answers are signs of determinants. Stages of growing cost are asked in turn until one is certain:
 //
-//   filter            floating point with a bound from the largest differences (FloatFilter.h)   inline
-//   lattice           the same value is exact when the points lie on a coarse lattice ExactSign.cpp permanent
-//   filter  floating point with a bound from the permanent                             NaloTest3.cpp integers
-//   fixed-width integers, when the points span less than 2^62 of a common unit ExactSign.cpp B, C, D or exact
-//   floating-point expansions                                                  ExactKernels.cpp extended
-//   range    long integers, wherever the floating-point stages could over- or underflow ExactSign.cpp
+// - filter (FloatFilter.h, inline): floating point, bound from the largest differences.
+// - lattice (ExactSign.cpp): the same value is exact when the points lie on a coarse lattice.
+// - permanent filter (ExactSign.cpp): floating point, bound from the permanent.
+// - integers (IntegerSign.cpp): of fixed width, when the points span less than 2^62 of a common unit.
+// - B, C, D or exact (ExactKernels.cpp): floating-point expansions.
+// - extended range (IntegerSign.cpp): long integers, wherever expansions could over- or underflow.
 //
 // Every stage is sound, so which one answers never changes an answer. docs/exactness.md has the bounds, their
 // derivations and the share of calls that each stage decides.
@@ -105,11 +105,13 @@ public:
     double isperrboundC;
 
 private:
-    Orientation3 resolveOrientation(const Point3& a, const Point3& b, const Point3& c, const Point3& d,
-                                    const FilterResult& filtered) const;
-    SphereInclusion3 resolveSphere(const Tet3& tet, const Point3& q, const FilterResult& filtered) const;
-    [[noreturn]] static void failNullTet();
-    [[noreturn]] static void failFacetIndex();
+    // What is behind the filter stays out of the callers' loops.
+    [[gnu::noinline]] Orientation3 resolveOrientation(const Point3& a, const Point3& b, const Point3& c,
+                                                      const Point3& d, const FilterResult& filtered) const;
+    [[gnu::noinline]] SphereInclusion3 resolveSphere(const Tet3& tet, const Point3& q,
+                                                     const FilterResult& filtered) const;
+    [[noreturn, gnu::cold]] static void failNullTet();
+    [[noreturn, gnu::cold]] static void failFacetIndex();
 };
 
 static_assert(sizeof(NaloTest3) == 15 * sizeof(double), "the constants and nothing else");
