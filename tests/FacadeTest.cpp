@@ -223,6 +223,22 @@ TEST(Facade, SurvivesRandomSequences)
     }
 }
 
+/// A bundle so thin beside its outlier that the curve's cells tell nothing: walks take tens of thousands of
+/// tests.
+TEST(Facade, FindsItsWayThroughAThinBundle)
+{
+    Random random(1);
+    Points vPoints;
+    for (int i = 0; i < 20000; ++i)
+        vPoints.emplace_back(random.real(0, 1e-9), random.real(0, 1e-9), random.real(0, 1));
+    vPoints.emplace_back(1e6, 0, 1e6);
+    TrackedTriangulation dt;
+    dt.insertBatch(Points(vPoints.begin() + 200, vPoints.end()));
+    for (int i = 0; i < 200; ++i)
+        dt.insertSingle(vPoints[static_cast<std::size_t>(i)]);
+    EXPECT_EQ(dt.findFaults({{1e-10, 5e-10, 0.01}, {5e-10, 5e-10, 0.99}, vPoints[77]}), "");
+}
+
 TEST(Facade, RefusesCoordinatesThatAreNotFinite)
 {
     const double infinity = std::numeric_limits<double>::infinity();
