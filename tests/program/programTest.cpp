@@ -131,8 +131,8 @@ TEST_F(Program, StopsWhenInterrupted)
 {
     const std::string interrupted = "timeout --preserve-status --signal INT ";
     run("vorn3d generate -n 3000000 -o large.bin");
-    for (const std::string command : {"1 " VORN3D_PROGRAM " triangulate large.bin",
-                                      "1 " VORN3D_PROGRAM " triangulate - < <(sleep 4)"}) {
+    for (const std::string command :
+         {"1 " VORN3D_PROGRAM " triangulate large.bin", "1 " VORN3D_PROGRAM " triangulate - < <(sleep 4)"}) {
         const Outcome outcome = run("bash -c '" + interrupted + command + "'");
         EXPECT_EQ(outcome.status, exitInterrupted) << command;
         EXPECT_EQ(outcome.errors, "vorn3d: interrupted\n");
