@@ -127,9 +127,11 @@ TEST_F(Program, MeasuresAngles)
     EXPECT_NEAR(report.at("hull_area"), 2.0, 1e-9);
 }
 
+// In the foreground, timeout signals its child alone; else also the group, and a second signal ends the
+// program without a word.
 TEST_F(Program, StopsWhenInterrupted)
 {
-    const std::string interrupted = "timeout --preserve-status --signal INT ";
+    const std::string interrupted = "timeout --foreground --preserve-status --signal INT ";
     run("vorn3d generate -n 3000000 -o large.bin");
     for (const std::string command :
          {"1 " VORN3D_PROGRAM " triangulate large.bin", "1 " VORN3D_PROGRAM " triangulate - < <(sleep 4)"}) {
