@@ -23,6 +23,14 @@ namespace VORN3D
 namespace
 {
 
+// So many tetrahedra are checked from one call of the progress observer to the next.
+constexpr std::size_t OBSERVED_TETS = 4096;
+
+// Thrown where the observer asks to stop, caught at the end of the check.
+struct Stop
+{
+};
+
 // The files of all triangulations of the process are numbered in a row, so that none overwrites another.
 std::string makeDumpFilename(const std::string& baseName)
 {
@@ -73,16 +81,23 @@ void writeSphereScene(const Tet3* pTet, const Point3* pVtx)
 } // namespace
 
 bool Dt3::checkValidity(const std::string& name, bool /*bCheckVisited*/, bool bCheckSphereInc) const
-{
+try {
     std::vector<Tet3*> vTets;
     getAllTetrahedra(vTets);
     printHeader(name, vTets.size(), bCheckSphereInc);
     if (!areAllFlawless(vTets, bCheckSphereInc))
-        for (const Tet3* pTet : vTets)
-            if (!checkTet(pTet, name, bCheckSphereInc))
+        for (std::size_t n = 0; n < vTets.size(); ++n) {
+            if (n % OBSERVED_TETS == 0 && !isToGoOn(n, vTets.size()))
+                throw Stop();
+            if (!checkTet(vTets[n], name, bCheckSphereInc))
                 return false;
+        }
+    isToGoOn(vTets.size(), vTets.size());
     std::cout << "** CheckValidity at (" << name << ") has been finished, seems OK\n" << std::endl;
     return true;
+} catch (const Stop&) {
+    std::cout << "** CheckValidity at (" << name << ") has been stopped\n" << std::endl;
+    return false;
 }
 
 bool Dt3::areAllFlawless(const std::vector<Tet3*>& vTets, bool bCheckSphereInc) const
@@ -90,6 +105,8 @@ bool Dt3::areAllFlawless(const std::vector<Tet3*>& vTets, bool bCheckSphereInc) 
     // Neighbours lie anywhere in memory: most of the time would go into waiting for them.
     constexpr std::size_t NUM_AHEAD = 12;
     for (std::size_t n = 0; n < vTets.size(); ++n) {
+        if (n % OBSERVED_TETS == 0 && !isToGoOn(n, vTets.size()))
+            throw Stop();
         const Tet3* pComing = vTets[std::min(n + NUM_AHEAD, vTets.size() - 1)];
         for (int i = 0; i < 4; ++i) {
             __builtin_prefetch(pComing->aOppTet[i]);

@@ -232,6 +232,40 @@ TEST_F(Validity, VerdictOnRandomFaultsIsThatOfTheDefinition)
     EXPECT_GT(numVerdicts[false], 50);
 }
 
+TEST_F(Validity, ObserverFollowsAndStopsTheCheck)
+{
+    std::vector<Point3> vPoints;
+    generateRandomPoints(3000, 0, 1, vPoints, 1);
+    insert(vPoints);
+    const std::size_t numTets = m_vTets.size();
+    std::vector<std::size_t> vNumDone;
+    std::size_t maxNumDone = numTets;
+    m_triangulation.setProgressObserver([&](std::size_t numDone, std::size_t numTotal) {
+        EXPECT_EQ(numTotal, numTets);
+        vNumDone.push_back(numDone);
+        return numDone < maxNumDone;
+    });
+    EXPECT_THAT(check(true), testing::EndsWith(SUCCESS));
+    EXPECT_TRUE(m_bValid);
+    EXPECT_THAT(vNumDone, ElementsAre(0, 4096, 8192, 12288, numTets));
+
+    const std::string stopped = "** CheckValidity at (here) has been stopped\n\n";
+    maxNumDone = 8192;
+    EXPECT_EQ(check(true), makeHeader(numTets, true) + stopped);
+    EXPECT_FALSE(m_bValid);
+
+    // The search for the first of several faults, after the last tetrahedron was met with one.
+    swapCornersAndNeighbors(m_vTets.back());
+    m_triangulation.setProgressObserver([bAgain = false](std::size_t numDone, std::size_t) mutable {
+        return numDone > 0 || !std::exchange(bAgain, true);
+    });
+    EXPECT_EQ(check(true), makeHeader(numTets, true) + stopped);
+
+    m_triangulation.setProgressObserver([](std::size_t, std::size_t) -> bool { throw std::size_t(1); });
+    outputOf([&] { EXPECT_THROW(m_triangulation.checkValidity("here", true), std::size_t); });
+    EXPECT_EQ(m_directory.list(), "");
+}
+
 TEST_F(Validity, BrokenLinkEndsTheProcess)
 {
     insertTwoTetrahedra();

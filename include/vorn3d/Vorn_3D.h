@@ -88,17 +88,20 @@ public:
     /// index of the first of them.
     void insert(std::vector<Point3>& vInputPoints, std::vector<Point3*>& vUserHandles);
 
-    /// Called from time to time while a batch is inserted, with the number of vertices brought into the mesh
-    /// so far and the number of all that are to come; at the end both are equal. Returns whether to go on.
+    /// Called from time to time during long work, with how much of it is done and how much there is in all:
+    /// vertices brought into the mesh while a batch is inserted, tetrahedra looked at while the mesh is
+    /// checked. At the end both are equal. Returns whether to go on.
     using ProgressObserver = std::function<bool(std::size_t numDone, std::size_t numTotal)>;
 
-    /// Sets the observer of later batch insertions; an empty function removes it. It is called every 4096
-    /// vertices, on the thread that inserts, and must not use the triangulation.
+    /// Sets the observer of later batch insertions and checks; an empty function removes it. It is called
+    /// every 4096 vertices or tetrahedra, on the thread that works, and must not use the triangulation.
     ///
     /// If it answers false, or throws, the insertion ends at once. The triangulation is then valid and holds
     /// the vertices brought in so far, a sample spread evenly over the points of the batch; all other points
     /// of the batch are stored as vertices without a tetrahedron (`getOneTet()` is null), and the handles are
-    /// filled. Inserting the same points again, in a batch or singly, completes it.
+    /// filled. Inserting the same points again, in a batch or singly, completes it. A check ends at once too,
+    /// and answers false: nothing is known of the mesh then. Having met a fault, a check goes through the
+    /// mesh once more from the start to describe the first one.
     void setProgressObserver(ProgressObserver observer);
 
     /// A tetrahedron that contains p: in its interior, on a facet or edge inside the hull, or as a corner.
