@@ -17,6 +17,8 @@
 #include <vtkXMLUnstructuredGridWriter.h>
 
 #include <algorithm>
+#include <cstdint>
+#include <limits>
 
 namespace VORN3D::program
 {
@@ -38,6 +40,9 @@ vtkNew<vtkCellArray> makeCells(const Mesh& mesh)
 {
     const auto numTets = static_cast<vtkIdType>(mesh.vCorners.size());
     vtkNew<vtkCellArray> pCells;
+    // Half as much to compress, where the offsets of all corners fit.
+    if (numTets <= std::numeric_limits<std::int32_t>::max() / 4)
+        pCells->Use32BitStorage();
     pCells->AllocateExact(numTets, 4 * numTets);
     for (const Mesh::Quadruple& corners : mesh.vCorners) {
         const vtkIdType ids[4]{corners[0], corners[1], corners[2], corners[3]};
@@ -103,7 +108,10 @@ void writeVtu(const MeshSource& source, OutputFile& file)
     const vtkNew<vtkXMLUnstructuredGridWriter> pWriter;
     pWriter->SetHeaderTypeToUInt64();
     pWriter->SetDataModeToAppended();
+    pWriter->EncodeAppendedDataOff();
     pWriter->SetCompressorTypeToZLib();
+    // The usual level takes twice the time for a file that is 4 % smaller.
+    pWriter->SetCompressionLevel(1);
     writeWith(*pWriter, source.mesh, file);
 }
 
