@@ -12,7 +12,7 @@ namespace VORN3D::program
 class Interrupted : public std::runtime_error
 {
 public:
-    Interrupted() : std::runtime_error("interrupted") {}
+    Interrupted() : std::runtime_error("vorn3d: interrupted") {}
 };
 
 /// While it lives, Ctrl-C and the termination signal do not end the process at once but make the next check()

@@ -1,5 +1,7 @@
 #include "LibraryOutput.h"
 
+#include "Progress.h"
+
 #include <algorithm>
 #include <iterator>
 
@@ -40,8 +42,10 @@ LibraryOutput::int_type LibraryOutput::overflow(int_type c)
 
 void LibraryOutput::passOnLine()
 {
-    if (m_bEverything || !isRoutine(m_line))
+    if (m_bEverything || !isRoutine(m_line)) {
+        Progress::erase();
         std::cerr << m_line;
+    }
     m_line.clear();
 }
 

@@ -3,9 +3,12 @@
 #include "Interruption.h"
 
 #include <algorithm>
+#include <atomic>
 #include <cstdio>
+#include <cstdlib>
 #include <utility>
 
+#include <sys/ioctl.h>
 #include <unistd.h>
 
 namespace VORN3D::program
@@ -20,26 +23,50 @@ constexpr std::chrono::milliseconds interval(100);
 /// Back to the first column and erase to the end of the line.
 constexpr const char* eraseLine = "\r\033[K";
 
+/// Whether the line is on the terminal.
+std::atomic<bool> bDrawn{false};
+
+bool canErase()
+{
+    const char* const pTerminal = std::getenv("TERM");
+    return isatty(STDERR_FILENO) != 0 && pTerminal != nullptr && std::string(pTerminal) != "dumb";
+}
+
+std::size_t getNumColumns()
+{
+    winsize size{};
+    const bool bKnown = ioctl(STDERR_FILENO, TIOCGWINSZ, &size) == 0 && size.ws_col > 0;
+    return bKnown ? size.ws_col : 80;
+}
+
+/// Cuts the end off a text in UTF-8 that is too long; a byte is at most one column.
+std::string shorten(const std::string& text, std::size_t maxSize)
+{
+    if (text.size() <= maxSize)
+        return text;
+    const std::string ellipsis = "...";
+    std::size_t size = maxSize - std::min(maxSize, ellipsis.size());
+    while (size > 0 && (static_cast<unsigned char>(text[size]) & 0xC0) == 0x80)
+        --size;
+    return text.substr(0, size) + ellipsis;
+}
+
 } // namespace
 
 Progress::Progress(std::string label, std::size_t total)
-    : m_label(std::move(label)), m_total(total), m_bTerminal(isatty(STDERR_FILENO) != 0),
-      m_nextDraw(Clock::now() + delay)
+    : m_label(std::move(label)), m_total(total), m_bTerminal(canErase()), m_nextDraw(Clock::now() + delay)
 {
 }
 
 Progress::~Progress()
 {
-    if (m_bDrawn)
-        std::fputs(eraseLine, stderr);
+    erase();
 }
 
-void Progress::announce()
+void Progress::erase()
 {
-    if (!m_bTerminal)
-        return;
-    std::fprintf(stderr, "%s%s", eraseLine, m_label.c_str());
-    m_bDrawn = true;
+    if (bDrawn.exchange(false))
+        std::fputs(eraseLine, stderr);
 }
 
 void Progress::update(std::size_t done)
@@ -47,18 +74,26 @@ void Progress::update(std::size_t done)
     InterruptionWatch::check();
     if (!m_bTerminal || Clock::now() < m_nextDraw)
         return;
-    draw(done);
-    m_bDrawn = true;
+    const std::string amount = getAmount(done);
+    // The last column stays free: a full line would go on in the next one, and be erased only in part.
+    const std::size_t numColumns = std::max(getNumColumns(), amount.size() + 1) - amount.size() - 1;
+    std::fprintf(stderr, "%s%s%s", eraseLine, shorten(m_label, numColumns).c_str(), amount.c_str());
+    bDrawn = true;
     m_nextDraw = Clock::now() + interval;
 }
 
-void Progress::draw(std::size_t done)
+void Progress::update(std::size_t done, std::size_t total)
 {
+    m_total = total;
+    update(done);
+}
+
+std::string Progress::getAmount(std::size_t done) const
+{
+    constexpr std::size_t megabyte = 1000000;
     if (m_total > 0)
-        std::fprintf(stderr, "%s%s %3zu %%", eraseLine, m_label.c_str(),
-                     std::min<std::size_t>(100, 100 * done / m_total));
-    else
-        std::fprintf(stderr, "%s%s %zu", eraseLine, m_label.c_str(), done);
+        return " " + std::to_string(std::min<std::size_t>(100, 100 * done / m_total)) + " %";
+    return done > 0 ? " " + std::to_string(done / megabyte) + " MB" : "";
 }
 
 } // namespace VORN3D::program

@@ -35,14 +35,16 @@ struct TriangulateOptions
     bool bVerbose = false;
 };
 
-void insertPoints(std::vector<Point3>& vPoints, Vorn_3D& triangulation)
+/// Does work of the triangulation that tells how far it has come.
+template <typename Work>
+void showProgress(const std::string& label, Vorn_3D& triangulation, const Work& work)
 {
-    Progress progress("triangulating", vPoints.size());
-    triangulation.setProgressObserver([&](std::size_t numDone, std::size_t) {
-        progress.update(numDone);
+    Progress progress(label);
+    triangulation.setProgressObserver([&](std::size_t numDone, std::size_t numTotal) {
+        progress.update(numDone, numTotal);
         return true;
     });
-    triangulation.insert(vPoints);
+    work();
     triangulation.setProgressObserver({});
     InterruptionWatch::check();
 }
@@ -56,7 +58,7 @@ Summary fillTriangulation(const TriangulateOptions& options, Vorn_3D& triangulat
     summary.secondsReading = reading.getSeconds();
     summary.numPoints = vPoints.size();
     const Stopwatch inserting;
-    insertPoints(vPoints, triangulation);
+    showProgress("triangulating", triangulation, [&] { triangulation.insert(vPoints); });
     summary.secondsTriangulating = inserting.getSeconds();
     summary.counts = countMesh(triangulation);
     return summary;
@@ -64,10 +66,8 @@ Summary fillTriangulation(const TriangulateOptions& options, Vorn_3D& triangulat
 
 bool checkMesh(const std::string& name, Vorn_3D& triangulation)
 {
-    Progress progress("checking", 0);
-    progress.announce();
-    const bool bSound = triangulation.checkValidity(name, true);
-    InterruptionWatch::check();
+    bool bSound = false;
+    showProgress("checking", triangulation, [&] { bSound = triangulation.checkValidity(name, true); });
     return bSound;
 }
 

@@ -62,8 +62,8 @@ ExitStatus run(int argc, char** argv)
         return parseAndRun(argc, argv);
     } catch (const InputError& error) {
         return fail(exitBadInput, error.what());
-    } catch (const Interrupted&) {
-        return fail(exitInterrupted, "vorn3d: interrupted");
+    } catch (const Interrupted& interruption) {
+        return fail(exitInterrupted, interruption.what());
     } catch (const std::bad_alloc&) {
         return fail(exitFailure, "vorn3d: memory exhausted");
     } catch (const std::exception& error) {

@@ -20,6 +20,8 @@ namespace fs = std::filesystem;
 std::string resolve(const std::string& path)
 {
     std::error_code error;
+    if (!fs::is_symlink(path, error))
+        return path;
     const fs::path resolved = fs::canonical(path, error);
     return error ? path : resolved.string();
 }
@@ -44,9 +46,15 @@ OutputFile::OutputFile(const std::string& path) : m_path(path)
 
 OutputFile::~OutputFile()
 {
+    discard();
+}
+
+void OutputFile::discard()
+{
     m_file.reset();
     if (!m_temporaryPath.empty())
         std::remove(m_temporaryPath.c_str());
+    m_temporaryPath.clear();
 }
 
 std::FILE* OutputFile::openTarget()

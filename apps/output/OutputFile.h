@@ -30,6 +30,9 @@ public:
     void write(std::string_view bytes);
     void commit();
 
+    /// Removes what was written.
+    void discard();
+
 private:
     std::FILE* openTarget();
     [[noreturn]] void fail() const;

@@ -1,6 +1,6 @@
 #include "output/meshWriters.h"
 
-#include "Progress.h"
+#include "output/unstoppableWork.h"
 
 #include "vorn3d/Vorn_3D.h"
 
@@ -25,9 +25,8 @@ void checkSceneIsComplete(const OutputFile& file)
 
 void writeScene(const MeshSource& source, OutputFile& file)
 {
-    Progress progress("writing " + file.getPath(), 0);
-    progress.announce();
-    source.triangulation.show(file.getWritablePath(), nullptr);
+    doUnstoppableWork("writing " + file.getPath(), file,
+                      [&] { source.triangulation.show(file.getWritablePath(), nullptr); });
     checkSceneIsComplete(file);
 }
 

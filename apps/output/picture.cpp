@@ -5,6 +5,7 @@
 #include "TetShape.h"
 #include "VirtualDisplay.h"
 #include "VtkObservers.h"
+#include "output/unstoppableWork.h"
 
 #include "vorn3d/Vorn_3D.h"
 
@@ -26,6 +27,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <functional>
 
 namespace VORN3D::program
 {
@@ -93,12 +95,13 @@ struct View
     }
 };
 
-View chooseView(const std::vector<Tet3*>& vTets)
+View chooseView(const Vorn_3D& triangulation)
 {
+    std::vector<Point3*> vVertices;
+    triangulation.getVertices(vVertices);
     Bbox3 box;
-    for (const Tet3* pTet : vTets)
-        for (int i = 0; i < 4; ++i)
-            box.add(*pTet->getCorner(i));
+    for (const Point3* pVtx : vVertices)
+        box.add(*pVtx);
     const std::array<double, 3> ranges{box.getRangeX(), box.getRangeY(), box.getRangeZ()};
     const auto axis = std::min_element(ranges.begin(), ranges.end()) - ranges.begin();
     return {static_cast<int>(axis), box.getMinPoint() + (box.getMaxPoint() - box.getMinPoint()) / 2.0};
@@ -114,19 +117,24 @@ bool isAtSurface(const Tet3& tet, const View& view)
 }
 
 /// The tetrahedra that can be seen: those at the surface and, through the gaps, those behind them.
-std::vector<const Tet3*> findVisible(const std::vector<Tet3*>& vTets, const View& view)
+std::vector<const Tet3*> findVisible(const Vorn_3D& triangulation, const View& view)
 {
+    std::vector<Tet3*> vTets;
+    triangulation.getTetrahedra(vTets);
+    Progress progress("choosing what can be seen", vTets.size());
+    std::size_t numDone = 0;
     std::vector<const Tet3*> vVisible;
-    const auto isVisible = [&](const Tet3* pTet) {
-        return pTet != nullptr && !view.isCutAway(*pTet) && isAtSurface(*pTet, view);
-    };
     for (const Tet3* pTet : vTets) {
-        bool bVisible = isVisible(pTet);
-        for (int i = 0; i < 4 && !bVisible; ++i)
-            bVisible = !view.isCutAway(*pTet) && isVisible(pTet->getOppTet(i));
-        if (bVisible)
-            vVisible.push_back(pTet);
+        progress.update(numDone++);
+        if (view.isCutAway(*pTet) || !isAtSurface(*pTet, view))
+            continue;
+        vVisible.push_back(pTet);
+        for (int i = 0; i < 4; ++i)
+            if (const Tet3* pBehind = pTet->getOppTet(i); pBehind != nullptr && !view.isCutAway(*pBehind))
+                vVisible.push_back(pBehind);
     }
+    std::sort(vVisible.begin(), vVisible.end(), std::less<>());
+    vVisible.erase(std::unique(vVisible.begin(), vVisible.end()), vVisible.end());
     return vVisible;
 }
 
@@ -262,21 +270,20 @@ void render(vtkRenderer& renderer, const std::string& path)
 
 void writePicture(const Vorn_3D& triangulation, const std::string& quantityName, OutputFile& file)
 {
-    Progress progress("rendering " + file.getPath(), 0);
-    progress.announce();
-    std::vector<Tet3*> vTets;
-    triangulation.getTetrahedra(vTets);
-    const View view = chooseView(vTets);
     const Quantity& quantity = findQuantity(quantityName);
-    const VtkMessages messages;
-    const VirtualDisplay display;
-    const vtkNew<vtkRenderer> pRenderer;
-    pRenderer->SetBackground(1.0, 1.0, 1.0);
-    addSurface(*pRenderer, *makeSurface(findVisible(vTets, view), view, quantity), quantity);
-    aimCamera(*pRenderer, view);
-    render(*pRenderer, file.getWritablePath());
-    if (messages.hasError())
-        throw std::runtime_error(file.getPath() + ": " + messages.getFirst("VTK could not draw"));
+    const View view = chooseView(triangulation);
+    const std::vector<const Tet3*> vVisible = findVisible(triangulation, view);
+    doUnstoppableWork("rendering " + file.getPath(), file, [&] {
+        const VtkMessages messages;
+        const VirtualDisplay display;
+        const vtkNew<vtkRenderer> pRenderer;
+        pRenderer->SetBackground(1.0, 1.0, 1.0);
+        addSurface(*pRenderer, *makeSurface(vVisible, view, quantity), quantity);
+        aimCamera(*pRenderer, view);
+        render(*pRenderer, file.getWritablePath());
+        if (messages.hasError())
+            throw std::runtime_error(file.getPath() + ": " + messages.getFirst("VTK could not draw"));
+    });
 }
 
 } // namespace VORN3D::program

@@ -3,6 +3,7 @@
 #include "Interruption.h"
 #include "VtkObservers.h"
 #include "output/meshWriters.h"
+#include "output/unstoppableWork.h"
 #include "vtkSupport.h"
 
 #include "vorn3d/Point3.h"
@@ -87,7 +88,6 @@ template <typename Writer>
 void writeWith(Writer& writer, const Mesh& mesh, OutputFile& file)
 {
     const VtkMessages messages;
-    const VtkProgress progress("writing " + file.getPath(), writer);
     writer.SetInputData(makeGrid(mesh));
     writer.SetFileName(file.getWritablePath().c_str());
     const bool bWritten = writer.Write() != 0 && writer.GetErrorCode() == 0;
@@ -106,6 +106,7 @@ bool hasVtk()
 void writeVtu(const MeshSource& source, OutputFile& file)
 {
     const vtkNew<vtkXMLUnstructuredGridWriter> pWriter;
+    const VtkProgress progress("writing " + file.getPath(), *pWriter);
     pWriter->SetHeaderTypeToUInt64();
     pWriter->SetDataModeToAppended();
     pWriter->EncodeAppendedDataOff();
@@ -122,7 +123,8 @@ void writeVtk(const MeshSource& source, OutputFile& file)
     pWriter->SetFileTypeToBinary();
     // The version that other readers than VTK's know, too.
     pWriter->SetFileVersion(vtkUnstructuredGridWriter::VTK_LEGACY_READER_VERSION_4_2);
-    writeWith(*pWriter, source.mesh, file);
+    // This writer does not tell how far it has come.
+    doUnstoppableWork("writing " + file.getPath(), file, [&] { writeWith(*pWriter, source.mesh, file); });
 }
 
 } // namespace VORN3D::program

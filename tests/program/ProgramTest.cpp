@@ -109,6 +109,25 @@ TEST_F(Program, MeasuresAndChecksTheMesh)
     EXPECT_GT(report.at("peak_memory_bytes"), 100000);
 }
 
+TEST_F(Program, NamesTheFaultOfADamagedMesh)
+{
+    // The last point is moved up by 2.5 after the insertion: into the sphere around the other four, or across
+    // the facet beyond which it was.
+    const std::string corners = "0 0 0\n4 0 0\n0 4 0\n0 0 4\n";
+    m_directory.write("inside.xyz", corners + "1 1 -3\n");
+    m_directory.write("beyond.xyz", corners + "1 1 -2\n");
+    const auto check = [this](const std::string& file, const std::string& message) {
+        const Outcome outcome =
+            run(VORN3D_DAMAGING_PROGRAM " triangulate --check --json -o a.mesh --picture a.png " + file);
+        EXPECT_EQ(outcome.status, exitFailure);
+        EXPECT_NE(outcome.errors.find(message), std::string::npos) << outcome.errors;
+        EXPECT_EQ(nlohmann::json::parse(outcome.output).at("valid"), false);
+    };
+    check("inside.xyz", "sphereIncTest failed");
+    check("beyond.xyz", "should be on the negative side");
+    EXPECT_EQ(m_directory.list(), "00000_negSideBug.list 00000_sphereIncBug.list beyond.xyz inside.xyz ");
+}
+
 TEST_F(Program, MeasuresAngles)
 {
     m_directory.write("corner.xyz", "0 0 0\n1 0 0\n0 1 0\n0 0 1\n");
@@ -140,6 +159,33 @@ TEST_F(Program, StopsWhenInterrupted)
         EXPECT_EQ(outcome.errors, "vorn3d: interrupted\n");
         EXPECT_EQ(outcome.output, "");
     }
+}
+
+TEST_F(Program, StopsWhileItWritesAScene)
+{
+    run("vorn3d generate -n 100000 -o points.bin");
+    const Outcome outcome = run(VORN3D_PROGRAM " triangulate points.bin -o a.list & program=$!\n"
+                                               "until test -e a.list.$program.part; do sleep 0.01; done\n"
+                                               "kill -INT $program; wait $program");
+    EXPECT_EQ(outcome.status, exitInterrupted);
+    EXPECT_EQ(outcome.errors, "vorn3d: interrupted\n");
+    EXPECT_EQ(m_directory.list(), "points.bin ");
+}
+
+TEST_F(Program, ShowsProgressThatFitsTheTerminal)
+{
+    const std::string name = "a-name-that-is-wider-than-the-terminal.xyz";
+    run("mkfifo " + name);
+    const auto runOnTerminal = [&](const std::string& type) {
+        return run("{ sleep 1; echo 1 2 3; } >" + name + " & TERM=" + type +
+                   " script --quiet --command 'stty cols 20; " VORN3D_PROGRAM " triangulate " + name +
+                   "' /dev/null")
+            .output;
+    };
+    const std::string message = name + ": all points lie in one plane: there is no tetrahedron\r\n";
+    const std::string output = runOnTerminal("xterm");
+    EXPECT_EQ(output.substr(0, output.find(message)), "\r\033[Kreading a-n... 0 MB\r\033[K");
+    EXPECT_EQ(runOnTerminal("dumb").find(message), 0u);
 }
 
 TEST_F(Program, ReportsBadInputWithStatus2)
