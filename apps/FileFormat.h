@@ -67,7 +67,8 @@ const FileFormat<Function>& findFormat(const FileFormats<Function>& vFormats, co
 {
     const auto found = std::find_if(vFormats.begin(), vFormats.end(), isWanted);
     if (found == vFormats.end())
-        throw InputError(path, "unknown file format; known are" + describeFormats(vFormats));
+        throw InputError(path.empty() ? "''" : path,
+                         "unknown file format; known are" + describeFormats(vFormats));
     if (found->bNeedsVtk && !hasVtk())
         throw InputError(path, vtkMissing);
     return *found;

@@ -105,10 +105,14 @@ void drawPicture(const TriangulateOptions& options, const Vorn_3D& triangulation
 /// Refuses outputs that cannot be made, before any work.
 void checkOutputs(const TriangulateOptions& options)
 {
-    for (const std::string& path : options.vOutputs)
+    for (const std::string& path : options.vOutputs) {
         chooseMeshFormat(path);
-    if (!options.picture.empty())
+        OutputFile::probe(path);
+    }
+    if (!options.picture.empty()) {
         checkPicturePath(options.picture);
+        OutputFile::probe(options.picture);
+    }
 }
 
 /// Does what the options ask for; the library's messages stay off standard output meanwhile.
@@ -160,8 +164,8 @@ const char* const notes = R"(
 
 In text, columns after the third are ignored, as are empty lines, a line of column names before the
 first point and everything after a #. Decimal commas are not understood. Every number is read as the
-double nearest to it; NaN, infinities and numbers beyond the range of double are errors. From ply, obj
-and stl files VTK's readers take the coordinates in single precision, even where the file has more.
+double nearest to it; NaN, infinities and numbers beyond the range of double are errors. From obj and
+stl files VTK's readers take the coordinates in single precision, even where the file has more.
 
 Equal points make one vertex. Points that all lie in one plane make no tetrahedron: the exit status
 is 3 then. All exit statuses are listed by vorn3d --help.

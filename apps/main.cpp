@@ -42,12 +42,14 @@ ExitStatus parseAndRun(int argc, char** argv)
     ExitStatus status = exitSuccess;
     CLI::App app(description, "vorn3d");
     app.set_version_flag("--version", getVorn3DVersion());
-    app.require_subcommand(1);
+    app.require_subcommand(0, 1);
     app.footer(notes);
     addTriangulateCommand(app, status);
     addGenerateCommand(app, status);
     try {
         app.parse(argc, argv);
+        if (app.get_subcommands().empty())
+            throw CLI::RequiredError("A command, triangulate or generate,");
         return status;
     } catch (const CLI::ParseError& error) {
         // Help and version come this way too, with the exit code 0.

@@ -4,6 +4,7 @@
 
 #include <cerrno>
 #include <filesystem>
+#include <stdexcept>
 #include <system_error>
 
 #include <unistd.h>
@@ -26,6 +27,7 @@ std::string resolve(const std::string& path)
     return error ? path : resolved.string();
 }
 
+/// Devices, pipes and directories, of which the last cannot be written at all.
 bool isWrittenDirectly(const std::string& path)
 {
     std::error_code error;
@@ -34,6 +36,19 @@ bool isWrittenDirectly(const std::string& path)
 }
 
 } // namespace
+
+void OutputFile::probe(const std::string& path)
+{
+    if (!isWrittenDirectly(path) || fs::is_directory(path))
+        OutputFile file(path);
+}
+
+const std::string& OutputFile::getWritablePath() const
+{
+    if (m_temporaryPath.empty())
+        throw std::runtime_error(m_path + ": this format can only be written into a regular file");
+    return m_temporaryPath;
+}
 
 OutputFile::OutputFile(const std::string& path) : m_path(path)
 {

@@ -21,11 +21,15 @@ public:
     OutputFile(const OutputFile&) = delete;
     OutputFile& operator=(const OutputFile&) = delete;
 
+    /// Throws like the constructor if a regular file cannot be written under this name; nothing changes.
+    static void probe(const std::string& path);
+
     /// Where the file will stand in the end.
     const std::string& getPath() const { return m_path; }
 
-    /// Where others may write the bytes instead of write().
-    const std::string& getWritablePath() const { return m_temporaryPath.empty() ? m_path : m_temporaryPath; }
+    /// Where others may write the bytes instead of write(). They move about in the file or remove it when
+    /// they fail, so a target that is no regular file is refused.
+    const std::string& getWritablePath() const;
 
     void write(std::string_view bytes);
     void commit();

@@ -224,6 +224,23 @@ TEST_F(Program, RefusesUnusableArgumentsWithStatus2)
     EXPECT_EQ(m_directory.list(), "");
 }
 
+TEST_F(Program, RefusesPlacesForOutputBeforeAnyWork)
+{
+    for (const std::string output : {"-o missing/a.mesh", "--picture missing/a.png", "-o directory.mesh"}) {
+        if (output[2] == 'p' && !hasVtk())
+            continue;
+        const Outcome outcome = run("mkdir -p directory.mesh; vorn3d triangulate missing.xyz " + output);
+        EXPECT_EQ(outcome.status, exitFailure);
+        EXPECT_EQ(outcome.errors.rfind(output.substr(output.find(' ') + 1), 0), 0u) << outcome.errors;
+    }
+    // What a library writes cannot go into a pipe, which it would remove when it fails.
+    const Outcome outcome = run("vorn3d generate -n 10 -o a.xyz; mkfifo a.list; { sleep 1; : <a.list; } &"
+                                "vorn3d triangulate a.xyz -o a.list; status=$?; wait; exit $status");
+    EXPECT_EQ(outcome.status, exitFailure);
+    EXPECT_EQ(outcome.errors, "a.list: this format can only be written into a regular file\n");
+    EXPECT_EQ(m_directory.list(), "a.list a.xyz directory.mesh ");
+}
+
 TEST_F(Program, TellsCoplanarPointsByStatus3)
 {
     const Outcome outcome =
@@ -337,7 +354,7 @@ TEST_F(Program, NamesVtkWhereItIsMissing)
     if (hasVtk())
         GTEST_SKIP() << "built with VTK";
     for (const std::string arguments :
-         {"missing.xyz -o a.vtu", "missing.xyz --picture a.png", "missing.ply"}) {
+         {"missing.xyz -o a.vtu", "missing.xyz --picture a.png", "missing.obj"}) {
         const Outcome outcome = run("vorn3d triangulate " + arguments);
         EXPECT_EQ(outcome.status, exitBadInput);
         EXPECT_NE(outcome.errors.find("libvtk9-dev"), std::string::npos) << outcome.errors;
