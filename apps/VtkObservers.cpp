@@ -1,11 +1,15 @@
 #include "VtkObservers.h"
 
 #include "Interruption.h"
+#include "printable.h"
 
 #include <vtkAlgorithm.h>
 #include <vtkCommand.h>
 #include <vtkLogger.h>
 #include <vtkObjectFactory.h>
+
+#include <algorithm>
+#include <sstream>
 
 namespace VORN3D::program
 {
@@ -45,19 +49,31 @@ VtkMessages::~VtkMessages()
 
 bool VtkMessages::hasError() const
 {
-    return m_pCollector->getText().find("ERROR: ") != std::string::npos;
+    return findError() != std::string::npos;
 }
 
-/// A message is "ERROR: In FILE, line NUMBER", a new line and "CLASS (ADDRESS): TEXT".
-std::string VtkMessages::getFirst(const std::string& alternative) const
+/// Where the first error begins. Readers without an object at hand call theirs generic warnings.
+std::size_t VtkMessages::findError() const
 {
     const std::string& text = m_pCollector->getText();
-    const std::string separator = "): ";
-    const std::size_t separatorAt = text.find(separator);
-    if (separatorAt == std::string::npos)
+    return std::min(text.find("ERROR: In "), text.find("Generic Warning: In "));
+}
+
+/// An error is "ERROR: In FILE, line NUMBER", a new line and "CLASS (ADDRESS): TEXT" or just the text.
+std::string VtkMessages::getFirstError(const std::string& alternative) const
+{
+    constexpr std::size_t maxSize = 100;
+    if (!hasError())
         return alternative;
-    const std::size_t begin = separatorAt + separator.size();
-    return text.substr(begin, text.find('\n', begin) - begin);
+    std::istringstream lines(m_pCollector->getText().substr(findError()));
+    std::string line;
+    std::getline(lines, line);
+    std::getline(lines, line);
+    const std::string separator = "): ";
+    const std::size_t separatorAt = line.find(separator);
+    if (separatorAt != std::string::npos)
+        line.erase(0, separatorAt + separator.size());
+    return makePrintable(line, maxSize);
 }
 
 VtkProgress::VtkProgress(const std::string& label, vtkAlgorithm& algorithm)

@@ -25,11 +25,13 @@ public:
 
     bool hasError() const;
 
-    /// The first message, without VTK's source file and line, or the alternative if there is none.
-    std::string getFirst(const std::string& alternative) const;
+    /// The first error, without VTK's source file and line, or the alternative if there is none.
+    std::string getFirstError(const std::string& alternative) const;
 
 private:
     class Collector;
+
+    std::size_t findError() const;
 
     vtkSmartPointer<vtkOutputWindow> m_pOriginal;
     vtkNew<Collector> m_pCollector;

@@ -24,11 +24,6 @@ bool hasVtk()
     return false;
 }
 
-std::vector<Point3> readPly(ByteSource& source)
-{
-    fail(source.getName());
-}
-
 std::vector<Point3> readObj(ByteSource& source)
 {
     fail(source.getName());

@@ -1,5 +1,7 @@
 #include "input/FieldCursor.h"
 
+#include "printable.h"
+
 #include <fast_float/fast_float.h>
 
 #include <algorithm>
@@ -21,11 +23,6 @@ bool isBlank(char c)
 bool endsField(char c)
 {
     return isBlank(c) || c == ',' || c == ';' || c == '#';
-}
-
-bool isPrintable(char c)
-{
-    return c >= ' ' && c <= '~';
 }
 
 } // namespace
@@ -57,11 +54,7 @@ void FieldCursor::skipField()
 
 std::string FieldCursor::describeField() const
 {
-    const auto length = static_cast<std::size_t>(findFieldEnd() - m_p);
-    std::string text(m_p, std::min(length, maxDescription));
-    std::replace_if(
-        text.begin(), text.end(), [](char c) { return !isPrintable(c); }, '?');
-    return "'" + text + (length > maxDescription ? "...'" : "'");
+    return "'" + makePrintable({m_p, findFieldEnd()}, maxDescription) + "'";
 }
 
 const char* FieldCursor::findFieldEnd() const

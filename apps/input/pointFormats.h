@@ -23,9 +23,11 @@ std::vector<Point3> readNode(ByteSource& source);
 /// Three little-endian doubles a point, nothing else.
 std::vector<Point3> readBinary(ByteSource& source);
 
-/// The points of what VTK's readers make of a file. Those of the first three round coordinates to single
-/// precision; the others keep the precision of the file.
+/// The vertices of a surface or cloud, as text or binary.
 std::vector<Point3> readPly(ByteSource& source);
+
+/// The points of what VTK's readers make of a file. Those of the first two round coordinates to single
+/// precision; the others keep the precision of the file.
 std::vector<Point3> readObj(ByteSource& source);
 std::vector<Point3> readStl(ByteSource& source);
 std::vector<Point3> readVtp(ByteSource& source);

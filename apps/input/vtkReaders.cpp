@@ -6,7 +6,6 @@
 
 #include <vtkGenericDataObjectReader.h>
 #include <vtkOBJReader.h>
-#include <vtkPLYReader.h>
 #include <vtkPointSet.h>
 #include <vtkSTLReader.h>
 #include <vtkXMLPolyDataReader.h>
@@ -53,16 +52,11 @@ std::vector<Point3> readWith(const ByteSource& source)
     InterruptionWatch::check();
     auto* pData = vtkPointSet::SafeDownCast(pReader->GetOutputDataObject(0));
     if (pData == nullptr || pData->GetNumberOfPoints() == 0 || messages.hasError())
-        throw InputError(source.getName(), messages.getFirst("holds no points"));
+        throw InputError(source.getName(), messages.getFirstError("holds no points"));
     return getPoints(*pData, source.getName());
 }
 
 } // namespace
-
-std::vector<Point3> readPly(ByteSource& source)
-{
-    return readWith<vtkPLYReader>(source);
-}
 
 std::vector<Point3> readObj(ByteSource& source)
 {

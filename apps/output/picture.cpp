@@ -282,7 +282,7 @@ void writePicture(const Vorn_3D& triangulation, const std::string& quantityName,
         aimCamera(*pRenderer, view);
         render(*pRenderer, file.getWritablePath());
         if (messages.hasError())
-            throw std::runtime_error(file.getPath() + ": " + messages.getFirst("VTK could not draw"));
+            throw std::runtime_error(file.getPath() + ": " + messages.getFirstError("VTK could not draw"));
     });
 }
 

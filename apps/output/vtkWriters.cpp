@@ -93,7 +93,8 @@ void writeWith(Writer& writer, const Mesh& mesh, OutputFile& file)
     const bool bWritten = writer.Write() != 0 && writer.GetErrorCode() == 0;
     InterruptionWatch::check();
     if (!bWritten)
-        throw std::runtime_error(file.getPath() + ": " + messages.getFirst("VTK could not write the file"));
+        throw std::runtime_error(file.getPath() + ": " +
+                                 messages.getFirstError("VTK could not write the file"));
 }
 
 } // namespace

@@ -5,8 +5,10 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cfloat>
 #include <cmath>
+#include <cstring>
 #include <limits>
 
 namespace VORN3D::program
@@ -176,6 +178,57 @@ TEST(ReadPoints, JoinsLinesAcrossBlocks)
               "a.xyz:2: the line is longer than 1048576 bytes");
 }
 
+/// The numbers' bytes in the order of this machine, or reversed.
+template <typename... Numbers>
+std::string bytesOf(bool bReversed, Numbers... numbers)
+{
+    std::string bytes;
+    const auto append = [&](auto number) {
+        std::string text(sizeof number, '\0');
+        std::memcpy(text.data(), &number, sizeof number);
+        if (bReversed)
+            std::reverse(text.begin(), text.end());
+        bytes += text;
+    };
+    (append(numbers), ...);
+    return bytes;
+}
+
+TEST(ReadPoints, ReadsVerticesAmongOtherElementsOfPlyFiles)
+{
+    const std::string elements =
+        " 1.0\ncomment here\nelement face 2\nproperty list uchar int vertex_indices\n"
+        "element vertex 2\nproperty short quality\nproperty double x\n"
+        "property float32 z\nproperty double y\nelement none 3000000000\nend_header\n";
+    const std::vector<Point3> vExpected{Point3(0.1, -1e300, 0.5), Point3(-0.0, 3, 7)};
+
+    const std::string text = "ply\nformat ascii" + elements + "3 0 1 0\n0\n9 0.1 0.5 -1e300\n-9 -0 7 3\n";
+    EXPECT_EQ(readFile({"a.ply", text}), vExpected);
+    EXPECT_EQ(getError({"a.ply", text.substr(0, text.size() - 2)}),
+              "a.ply: ends before all elements of the header were read");
+    EXPECT_EQ(getError({"a.ply", text.substr(0, 100)}), "a.ply: ends within the header");
+    EXPECT_EQ(getError({"a.ply", "ply\nelement vertex 1\nproperty word x\nend_header\n1\n"}),
+              "a.ply: a property in the header has an unknown type");
+    EXPECT_EQ(getError({"a.ply", "ply\nformat ascii 1.0\nelement vertex 1\nproperty int x\nproperty int y\n"
+                                 "end_header\n1 2\n"}),
+              "a.ply: vertex 0 (counted from 0) lacks a coordinate, or it is not finite");
+    EXPECT_EQ(
+        getError({"a.ply", "ply\nformat ascii 1.0\nelement vertex 1\nproperty int x\nend_header\n1,2\n"}),
+        "a.ply: '1,2' is not a number");
+
+    const bool bLittle = bytesOf(false, short(1))[0] == 1;
+    for (const bool bReversed : {false, true}) {
+        const char* const format = bLittle == bReversed ? "binary_big_endian" : "binary_little_endian";
+        const std::string binary = std::string("ply\r\nformat ") + format + elements +
+                                   bytesOf(bReversed, char(3), 0, 1, 0, char(0)) +
+                                   bytesOf(bReversed, short(9), 0.1, 0.5f, -1e300) +
+                                   bytesOf(bReversed, short(-9), -0.0, 7.0f, 3.0);
+        EXPECT_EQ(readFile({"a.ply", binary}), vExpected) << format;
+        EXPECT_EQ(getError({"a.ply", binary.substr(0, binary.size() - 1)}),
+                  "a.ply: ends before all elements of the header were read");
+    }
+}
+
 TEST(ReadVtkPoints, ReadsSurfacesOrNamesWhatIsMissing)
 {
     const std::string body = "0 0 0\n1 0 0\n0 0.5 2\n";
@@ -183,10 +236,6 @@ TEST(ReadVtkPoints, ReadsSurfacesOrNamesWhatIsMissing)
                               "endloop\nendfacet\n";
     const TemporaryDirectory directory;
     const std::vector<std::string> vPaths{
-        directory.write("a.ply",
-                        "ply\nformat ascii 1.0\nelement vertex 3\nproperty double x\nproperty double y\n"
-                        "property double z\nend_header\n" +
-                            body),
         directory.write("a.OBJ", "v 0 0 0\nv 1 0 0\nv 0 0.5 2\nf 1 2 3\n"),
         directory.write("a.stl", "solid a\n" + facet + facet + "endsolid a\n"),
         directory.write("a.vtk",
@@ -213,6 +262,17 @@ TEST(ReadVtkPoints, RefusesWhatIsNoSuchFile)
         EXPECT_THROW(readPoints(directory.write(name, ""), ""), InputError) << name;
     }
     EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
+}
+
+TEST(ReadVtkPoints, RefusesWhatEndsEarly)
+{
+    if (!hasVtk())
+        GTEST_SKIP() << "built without VTK";
+    const std::string start = "# vtk DataFile Version 3.0\na\nBINARY\nDATASET POLYDATA\nPOINTS 9 double\n";
+    EXPECT_EQ(getError({"a.vtk", start + std::string(100, 'c')}), "a.vtk: Error reading binary data!");
+    // What the reader quotes is no control sequence for the terminal.
+    EXPECT_EQ(getError({"a.vtk", "\033[2J" + std::string(200, 'c') + "\n\n"}),
+              "a.vtk: Unrecognized file type: ?[2J" + std::string(72, 'c') + "...");
 }
 
 } // namespace
