@@ -1,5 +1,7 @@
 #include "Mesh.h"
 
+#include "Progress.h"
+
 #include "vorn3d/Vorn_3D.h"
 
 #include <algorithm>
@@ -85,8 +87,11 @@ Mesh makeMesh(const Vorn_3D& triangulation)
     mesh.vCorners.reserve(vTets.size());
     mesh.vNeighbors.reserve(vTets.size());
     const VertexNumbers vNumbers = numberVertices(mesh.vVertices);
-    for (const Tet3* pTet : vTets)
+    Progress progress("numbering the mesh", vTets.size());
+    for (const Tet3* pTet : vTets) {
         addTet(*pTet, vNumbers, mesh);
+        progress.update(mesh.vCorners.size());
+    }
     return mesh;
 }
 

@@ -37,8 +37,8 @@ private:
     vtkNew<Collector> m_pCollector;
 };
 
-/// Shows the progress of a reader or writer, and makes it stop when the user interrupts the program. It must
-/// not live longer than the algorithm's last execution.
+/// Shows the progress of a reader, and makes it stop when the user interrupts the program. It must not live
+/// longer than the algorithm's last execution.
 class VtkProgress
 {
 public:

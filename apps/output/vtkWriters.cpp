@@ -1,6 +1,5 @@
 // Meshes for ParaView and everything else that reads VTK's files: points in double precision, input index and
 // hull flag of each vertex, hull flag of each tetrahedron.
-#include "Interruption.h"
 #include "VtkObservers.h"
 #include "output/meshWriters.h"
 #include "output/unstoppableWork.h"
@@ -84,17 +83,18 @@ vtkNew<vtkUnstructuredGrid> makeGrid(const Mesh& mesh)
     return pGrid;
 }
 
+/// The writers look too rarely, or never, at whether they are to stop.
 template <typename Writer>
 void writeWith(Writer& writer, const Mesh& mesh, OutputFile& file)
 {
-    const VtkMessages messages;
-    writer.SetInputData(makeGrid(mesh));
-    writer.SetFileName(file.getWritablePath().c_str());
-    const bool bWritten = writer.Write() != 0 && writer.GetErrorCode() == 0;
-    InterruptionWatch::check();
-    if (!bWritten)
-        throw std::runtime_error(file.getPath() + ": " +
-                                 messages.getFirstError("VTK could not write the file"));
+    doUnstoppableWork("writing " + file.getPath(), file, [&] {
+        const VtkMessages messages;
+        writer.SetInputData(makeGrid(mesh));
+        writer.SetFileName(file.getWritablePath().c_str());
+        if (writer.Write() == 0 || writer.GetErrorCode() != 0)
+            throw std::runtime_error(file.getPath() + ": " +
+                                     messages.getFirstError("VTK could not write the file"));
+    });
 }
 
 } // namespace
@@ -107,7 +107,6 @@ bool hasVtk()
 void writeVtu(const MeshSource& source, OutputFile& file)
 {
     const vtkNew<vtkXMLUnstructuredGridWriter> pWriter;
-    const VtkProgress progress("writing " + file.getPath(), *pWriter);
     pWriter->SetHeaderTypeToUInt64();
     pWriter->SetDataModeToAppended();
     pWriter->EncodeAppendedDataOff();
@@ -124,8 +123,7 @@ void writeVtk(const MeshSource& source, OutputFile& file)
     pWriter->SetFileTypeToBinary();
     // The version that other readers than VTK's know, too.
     pWriter->SetFileVersion(vtkUnstructuredGridWriter::VTK_LEGACY_READER_VERSION_4_2);
-    // This writer does not tell how far it has come.
-    doUnstoppableWork("writing " + file.getPath(), file, [&] { writeWith(*pWriter, source.mesh, file); });
+    writeWith(*pWriter, source.mesh, file);
 }
 
 } // namespace VORN3D::program
