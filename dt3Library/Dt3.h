@@ -16,10 +16,12 @@
 #pragma once
 
 #include "AffineBasis.h"
-#include "CornerLanes.h"
+#include "EdgeMatrix.h"
 #include "FacetHash.h"
 #include "HC3.h"
 #include "NaloTest3.h"
+#include "NeighborFilter.h"
+#include "TaggedTet.h"
 #include "nalo_tools/ScratchList.h"
 #include "nalo_tools/SimplePool.h"
 #include "vorn3d/Point3.h"
@@ -120,30 +122,35 @@ public:
     bool checkValidity(const std::string& name, bool bCheckVisited, bool bCheckSphereInc) const;
 
 private:
-    // A doomed tetrahedron whose neighbours have not been looked at, with the facets that the vertex is
-    // certainly on the inner side of.
-    struct DoomedTet
+    // The neighbours of a doomed tetrahedron that are to be doomed too, the facets where the cavity ends, and
+    // those that the vertex is certainly on the inner side of.
+    struct Neighborhood
     {
-        Tet3* pTet;
+        FacetMask inConflict;
+        FacetMask boundary;
         FacetMask certainlyInside;
     };
 
-    // A facet on which the new vertex gets a tetrahedron: facet ici of pTet, which is doomed or, if the facet
-    // is seen from outside, stays. pBeyond is the new tetrahedron's neighbour there, null on the hull.
-    struct StarFacet
+    // A facet on which the new vertex gets a tetrahedron: one of a doomed tetrahedron or, if it is seen from
+    // outside, of one that stays. The new tetrahedron's neighbour there is the one beyond, null on the hull,
+    // or the one that stays.
+    class StarFacet
     {
-        Tet3* pTet;
-        Tet3* pBeyond;
-        std::int8_t ici;
-        bool bFromOutside;
-        bool bOrientationCertain;
-    };
+    public:
+        StarFacet() = default;
+        StarFacet(const Tet3* pTet, int ici, bool bFromOutside, bool bOrientationCertain)
+            : m_tet(pTet, static_cast<unsigned>(ici) | unsigned{bFromOutside} << 2 |
+                              unsigned{bOrientationCertain} << 3)
+        {
+        }
 
-    // A tetrahedron of the star and the slots of its facets 1 to 3 in the facet hash.
-    struct NewTet
-    {
-        Tet3* pTet;
-        std::size_t aSlot[3];
+        Tet3* getTet() const { return m_tet.getTet(); }
+        int getIndex() const { return static_cast<int>(m_tet.getTag() & 3); }
+        bool isFromOutside() const { return (m_tet.getTag() & 4) != 0; }
+        bool isOrientationCertain() const { return (m_tet.getTag() & 8) != 0; }
+
+    private:
+        TaggedTet m_tet;
     };
 
     // An edge of the hull, from its two facets: opp3 and opp2 are the corners of pTet not on the edge.
@@ -167,8 +174,7 @@ private:
     std::vector<Point3*> getUntriangulated(const std::vector<Point3*>& vUserHandles) const;
 
     int walk(const Point3* pVtx, Tet3*& pStartTet, std::size_t maxTests, std::size_t& numTests) const;
-    WalkStep lookAround(const Point3* pVtx, const LanePoint& lanePoint, Tet3*& pTet, FacetMask untested,
-                        int first) const;
+    WalkStep lookAround(const Point3* pVtx, Tet3*& pTet, FacetMask untested, int first) const;
     WalkStep lookAroundExactly(const Point3* pVtx, Tet3*& pTet, FacetMask untested, int first) const;
     WalkStep judgeCoplanar(const Point3* pVtx, Tet3*& pTet, int ici) const;
     int circleEdgeToHull(Tet3*& pTet, int opp3, int opp2) const;
@@ -179,15 +185,24 @@ private:
     Tet3* fillCavity(Point3* pVtx, bool bInside);
     void startInsertion();
     void abandonInsertion();
-    void doom(Tet3* pTet, FacetMask certainlyInside);
+    void doom(Tet3* pTet);
     bool isInConflict(const Tet3* pTet, const Point3* pVtx) const;
     static void prefetchLinks(const Tet3* pTet);
     static void prefetchNeighbors(const Tet3* pTet);
-    void growFrom(const DoomedTet& doomed, const LanePoint& lanePoint, const Point3* pVtx);
-    void buildStar(Point3* pVtx);
-    void linkBeyond(Tet3* pNewTet, const StarFacet& facet);
-    std::size_t linkStar();
+    Neighborhood judgeNeighborhood(const Tet3* pDoomed, const Point3* pVtx) const;
+    void growFrom(Tet3* pDoomed, const Point3* pVtx);
+    void growConflictRegionOutside(const Point3* pVtx);
+    bool isStarModerate() const;
+    void makeRoomForStar();
+    template <class Edges>
+    std::size_t joinToStar(Point3* pVtx, Edges& edges);
+    template <class Edges>
+    void buildStar(Point3* pVtx, Edges& edges);
+    static void linkBeyond(Tet3* pNewTet, StarFacet facet);
+    template <class Edges>
+    std::size_t linkStar(Edges& edges);
     Tet3* takeRecord();
+    void takeRecords();
     void checkOrientation(const Point3* a, const Point3* b, const Point3* c, const Point3* d) const;
 
     void findCavityOutside(const Point3* pVtx, Tet3* pCurTet, int opp3ICI);
@@ -195,7 +210,6 @@ private:
     static HullEdge turnToHull(HullEdge edge);
     void addSeenFacet(Tet3* pTet, int ici);
     bool isNewEdge(const Tet3* pTet, const Point3* pSource, const Point3* pTarget);
-    void growConflictRegionOutside(const Point3* pVtx);
     void pushVisibleFacets(Tet3* pTet, const Point3* pVtx);
     void pushCavityFacetsOutside(Tet3* pDoomed, const Point3* pVtx);
 
@@ -214,8 +228,10 @@ private:
     SimplePool<Tet3> tetPool;
     ScratchList<Tet3*> vDoomedTets;
     ScratchList<Tet3*> vReusableTets;
+    EdgeMatrix edgeMatrix;
     FacetHash facetHash;
     NaloTest3 predicates;
+    const NeighborFilter judgeNeighbors = chooseNeighborFilter();
     bool bFullDimensional = false;
     HC3 hc;
     AffineBasis spannedFlat;
@@ -227,10 +243,12 @@ private:
 
     // Scratch of the current insertion, kept to save its memory.
     std::size_t numLeftOverTets = 0;
-    ScratchList<DoomedTet> vStack;
+    ScratchList<Tet3*> vStack; // doomed, but neighbours not looked at
     ScratchList<StarFacet> vStar;
     std::size_t numVisibleFacets = 0;
-    ScratchList<NewTet> vNewTets;
+    ScratchList<Tet3*> vNewTets;
+    ScratchList<std::uint32_t>
+        vSlots; // where the partners at facets 1 to 3 of each new tetrahedron are found
     std::vector<Tet3*> vSeenTets;
     ScratchList<HullEdge> vHullEdges;
     FacetHash horizonEdges;

@@ -32,9 +32,13 @@ void Dt3::findCavityOutside(const Point3* pVtx, Tet3* pCurTet, int opp3ICI)
 
 // Fills vSeenTets with the tetrahedra of the hull facets that the vertex sees, each once, starting with pTet,
 // whose facet ici the vertex is beyond or in. Growth is from facet to facet: a tetrahedron may have several
-// that are seen.
+// that are seen. A vertex in a facet is not beyond any.
 void Dt3::gatherSeenTets(const Point3* pVtx, Tet3* pTet, int ici)
 {
+    if (predicates.getOrientation3(pTet, ici, pVtx) != ORIENTATION3_NEGATIVE) {
+        vSeenTets.push_back(pTet);
+        return;
+    }
     vHullEdges.clear();
     horizonEdges.start(0);
     numHorizonEdges = 0;
@@ -46,18 +50,6 @@ void Dt3::gatherSeenTets(const Point3* pVtx, Tet3* pTet, int ici)
     }
     for (Tet3* pSeen : vSeenTets)
         pSeen->hasBeenVisited = false;
-}
-
-// Turns around a hull edge from the hull facet opp3 to the other one, which is then opp2. Each step crosses
-// the facet opposite opp2; the corner that was opp3 is in the next tetrahedron too, and the next to be left.
-Dt3::HullEdge Dt3::turnToHull(HullEdge edge)
-{
-    while (Tet3* pNext = edge.pTet->aOppTet[edge.opp2]) {
-        const int entered = pNext->getIndexOfNeighbor(edge.pTet);
-        const int left = pNext->getIntraTetIndex(edge.pTet->aVertexPointer[edge.opp3]);
-        edge = {pNext, entered, left};
-    }
-    return edge;
 }
 
 // While tetrahedra are gathered, the visited mark tells which are.
@@ -73,24 +65,22 @@ void Dt3::addSeenFacet(Tet3* pTet, int ici)
             vHullEdges.append({pTet, ici, j});
 }
 
+// Turns around a hull edge from the hull facet opp3 to the other one, which is then opp2. Each step crosses
+// the facet opposite opp2; the corner that was opp3 is in the next tetrahedron too, and the next to be left.
+Dt3::HullEdge Dt3::turnToHull(HullEdge edge)
+{
+    while (Tet3* pNext = edge.pTet->aOppTet[edge.opp2]) {
+        const int entered = pNext->getIndexOfNeighbor(edge.pTet);
+        const int left = pNext->getIntraTetIndex(edge.pTet->aVertexPointer[edge.opp3]);
+        edge = {pNext, entered, left};
+    }
+    return edge;
+}
+
 bool Dt3::isNewEdge(const Tet3* pTet, const Point3* pSource, const Point3* pTarget)
 {
     horizonEdges.growFor(++numHorizonEdges);
-    return horizonEdges.getPartner(horizonEdges.matchFacet(pTet, pSource, pTarget), pTet) == nullptr;
-}
-
-void Dt3::growConflictRegionOutside(const Point3* pVtx)
-{
-    for (Tet3* pTet : vSeenTets)
-        if (isInConflict(pTet, pVtx))
-            doom(pTet, 0);
-    while (!vStack.empty()) {
-        Tet3* pDoomed = vStack.takeLast().pTet;
-        pDoomed->customIndex = -1;
-        for (Tet3* pBeyond : pDoomed->aOppTet)
-            if (pBeyond != nullptr && !pBeyond->hasBeenVisited && isInConflict(pBeyond, pVtx))
-                doom(pBeyond, 0);
-    }
+    return horizonEdges.takePartner(horizonEdges.matchFacet(pTet, pSource, pTarget), pTet) == nullptr;
 }
 
 // Facets in a plane with the vertex are not built on.
@@ -98,7 +88,7 @@ void Dt3::pushVisibleFacets(Tet3* pTet, const Point3* pVtx)
 {
     for (int i = 0; i < 4; ++i)
         if (pTet->aOppTet[i] == nullptr && predicates.getOrientation3(pTet, i, pVtx) == ORIENTATION3_NEGATIVE)
-            vStar.append({pTet, pTet, static_cast<std::int8_t>(i), true, true});
+            vStar.append({pTet, i, true, true});
 }
 
 void Dt3::pushCavityFacetsOutside(Tet3* pDoomed, const Point3* pVtx)
@@ -109,7 +99,7 @@ void Dt3::pushCavityFacetsOutside(Tet3* pDoomed, const Point3* pVtx)
                                    ? predicates.getOrientation3(pDoomed, i, pVtx) == ORIENTATION3_POSITIVE
                                    : !pBeyond->hasBeenVisited;
         if (bBoundary)
-            vStar.append({pDoomed, pBeyond, static_cast<std::int8_t>(i), false, pBeyond == nullptr});
+            vStar.append({pDoomed, i, false, pBeyond == nullptr});
     }
 }
 

@@ -8,6 +8,7 @@
 #include "nalo_tools/log.h"
 #include "runningLabel.h"
 
+#include <algorithm>
 #include <iostream>
 
 namespace VORN3D
@@ -30,8 +31,7 @@ Tet3* Dt3::insertVertex(Point3** ppVtx, Tet3* pStartTet)
             findCavityInside(*ppVtx, pCurTet);
         else
             findCavityOutside(*ppVtx, pCurTet, locateResult);
-        facetHash.start(2 * vStar.size());
-        vNewTets.reserve(vStar.size());
+        makeRoomForStar();
     } catch (...) {
         abandonInsertion();
         throw;
@@ -54,24 +54,23 @@ Tet3* Dt3::adoptExistingVertex(Point3** ppVtx, Tet3* pTet) const
 
 void Dt3::findCavityInside(const Point3* pVtx, Tet3* pTet)
 {
-    const LanePoint lanePoint(*pVtx);
-    doom(pTet, 0);
+    doom(pTet);
     while (!vStack.empty())
-        growFrom(vStack.takeLast(), lanePoint, pVtx);
+        growFrom(vStack.takeLast(), pVtx);
 }
 
 // Returns the last tetrahedron built on a hull facet that the vertex sees, else the last one built in the
 // cavity.
 Tet3* Dt3::fillCavity(Point3* pVtx, bool bInside)
 {
-    buildStar(pVtx);
-    const std::size_t numStoredTCS = linkStar();
+    const std::size_t numStoredTCS =
+        isStarModerate() ? joinToStar(pVtx, edgeMatrix) : joinToStar(pVtx, facetHash);
     if (bInside && numStoredTCS != 0) {
         std::cout << "numStoredTCS after insertVertex: " << numStoredTCS << std::endl;
         VORN_ASSERT_TEXT(numStoredTCS == 0, "numStoredTCS==0");
     }
     VORN_ASSERT_TEXT(!vNewTets.empty(), "pNewTet1!=0");
-    return vNewTets[(numVisibleFacets > 0 ? numVisibleFacets : vNewTets.size()) - 1].pTet;
+    return vNewTets[(numVisibleFacets > 0 ? numVisibleFacets : vNewTets.size()) - 1];
 }
 
 // The tetrahedra that died in the insertion before become reusable. What was reusable and not needed stays in
@@ -83,6 +82,7 @@ void Dt3::startInsertion()
     vStack.clear();
     vStar.clear();
     vNewTets.clear();
+    vSlots.clear();
     vSeenTets.clear();
     numVisibleFacets = 0;
 }
@@ -96,11 +96,11 @@ void Dt3::abandonInsertion()
         vDoomedTets.takeLast()->hasBeenVisited = false;
 }
 
-void Dt3::doom(Tet3* pTet, FacetMask certainlyInside)
+void Dt3::doom(Tet3* pTet)
 {
     pTet->hasBeenVisited = true;
     vDoomedTets.append(pTet);
-    vStack.append({pTet, certainlyInside});
+    vStack.append(pTet);
 }
 
 // A vertex on the sphere is outside it: cospherical neighbours stay.
@@ -122,91 +122,150 @@ inline void Dt3::prefetchNeighbors(const Tet3* pTet)
         __builtin_prefetch(pNeighbor);
 }
 
+// What is to become of the neighbours of a doomed tetrahedron. Called where most of the time goes.
+[[gnu::always_inline]] inline Dt3::Neighborhood Dt3::judgeNeighborhood(const Tet3* pDoomed,
+                                                                       const Point3* pVtx) const
+{
+    const Point3* apApex[4];
+    FacetMask visited = 0;
+    FacetMask onHull = 0;
+    const std::uintptr_t sumOfCorners = pDoomed->getSumOfCorners();
+    for (int i = 0; i < 4; ++i) {
+        const Tet3* pNeighbor = pDoomed->aOppTet[i];
+        if (pNeighbor == nullptr) {
+            onHull |= 1u << i;
+            apApex[i] = pVtx;
+            continue;
+        }
+        prefetchLinks(pNeighbor);
+        visited |= FacetMask{pNeighbor->hasBeenVisited} << i;
+        // The corner that is not shared is what the sums of all corners differ by: nothing is searched.
+        const auto corner = reinterpret_cast<std::uintptr_t>(pDoomed->aVertexPointer[i]);
+        apApex[i] = reinterpret_cast<const Point3*>(pNeighbor->getSumOfCorners() - (sumOfCorners - corner));
+    }
+    const NeighborVerdicts verdicts = judgeNeighbors(pDoomed->aVertexPointer, apApex, *pVtx);
+    const FacetMask candidates = ALL_FACETS & ~(visited | onHull);
+    FacetMask inConflict = verdicts.getInConflict() & candidates;
+    const FacetMask undecided = verdicts.getUndecided() & candidates;
+    if (undecided != 0)
+        for (int i = 0; i < 4; ++i)
+            if ((undecided >> i & 1) != 0)
+                inConflict |= FacetMask{isInConflict(pDoomed->aOppTet[i], pVtx)} << i;
+    return {inConflict, (candidates & ~inConflict) | onHull, verdicts.getInside()};
+}
+
 // Looks at the neighbours of a doomed tetrahedron: those in conflict are doomed, and the facets towards the
 // others bound the cavity. Whether a neighbour is in conflict is as good as random, so nothing branches on
 // it: it is stored in both lists and counted in one.
-void Dt3::growFrom(const DoomedTet& doomed, const LanePoint& lanePoint, const Point3* pVtx)
+void Dt3::growFrom(Tet3* pDoomed, const Point3* pVtx)
 {
-    Tet3* const pDoomed = doomed.pTet;
     pDoomed->customIndex = -1;
-    int aCandidate[4];
-    int numCandidates = 0;
-    for (int i = 3; i >= 0; --i) {
-        const Tet3* pBeyond = pDoomed->aOppTet[i];
-        aCandidate[numCandidates] = i;
-        if (pBeyond != nullptr) {
-            prefetchLinks(pBeyond);
-            numCandidates += !pBeyond->hasBeenVisited;
-        } else {
-            ++numCandidates;
-        }
-    }
-    ScratchList<DoomedTet>::Appender stack(vStack, 4);
+    const Neighborhood around = judgeNeighborhood(pDoomed, pVtx);
+    ScratchList<Tet3*>::Appender stack(vStack, 4);
     ScratchList<Tet3*>::Appender doomedTets(vDoomedTets, 4);
     ScratchList<StarFacet>::Appender star(vStar, 4);
-    for (int k = 0; k < numCandidates; ++k) {
-        const int ici = aCandidate[k];
-        Tet3* pBeyond = pDoomed->aOppTet[ici];
-        const StarFacet facet{pDoomed, pBeyond, static_cast<std::int8_t>(ici), false,
-                              (doomed.certainlyInside >> ici & 1) != 0};
-        if (pBeyond == nullptr) {
-            star.append(facet);
-            continue;
+    for (int i = 3; i >= 0; --i) {
+        const bool bInConflict = (around.inConflict >> i & 1) != 0;
+        const bool bBoundary = (around.boundary >> i & 1) != 0;
+        const bool bCertainlyInside = (around.certainlyInside >> i & 1) != 0;
+        Tet3* pNeighbor = pDoomed->aOppTet[i];
+        if (pNeighbor != nullptr) {
+            pNeighbor->hasBeenVisited |= bInConflict;
+            prefetchNeighbors(pNeighbor);
         }
-        const CornerLanes corners(pBeyond->aVertexPointer, lanePoint);
-        const Lanes volumes = corners.getVolumes();
-        const Lanes squaredLengths = corners.getSquaredLengths();
-        const double maxSquaredLength = squaredLengths.getMax();
-        const SphereSide side = getCertainSphereSide(volumes, squaredLengths, maxSquaredLength);
-        const bool bConflict =
-            side == SphereSide::UNDECIDED ? isInConflict(pBeyond, pVtx) : side == SphereSide::INSIDE;
-        pBeyond->hasBeenVisited = bConflict;
-        prefetchNeighbors(pBeyond);
-        stack.appendIf({pBeyond, getCertainSides(volumes, maxSquaredLength).inside}, bConflict);
-        doomedTets.appendIf(pBeyond, bConflict);
-        star.appendIf(facet, !bConflict);
+        stack.appendIf(pNeighbor, bInConflict);
+        doomedTets.appendIf(pNeighbor, bInConflict);
+        star.appendIf({pDoomed, i, false, bCertainlyInside}, bBoundary);
     }
+}
+
+void Dt3::growConflictRegionOutside(const Point3* pVtx)
+{
+    for (Tet3* pTet : vSeenTets)
+        if (isInConflict(pTet, pVtx))
+            doom(pTet);
+    while (!vStack.empty()) {
+        Tet3* pDoomed = vStack.takeLast();
+        pDoomed->customIndex = -1;
+        const Neighborhood around = judgeNeighborhood(pDoomed, pVtx);
+        for (int i = 0; i < 4; ++i)
+            if ((around.inConflict >> i & 1) != 0)
+                doom(pDoomed->aOppTet[i]);
+    }
+}
+
+bool Dt3::isStarModerate() const
+{
+    return vStar.size() <= EdgeMatrix::MAX_FACETS;
+}
+
+void Dt3::makeRoomForStar()
+{
+    vNewTets.makeRoomFor(vStar.size());
+    vSlots.makeRoomFor(3 * vStar.size());
+    if (isStarModerate())
+        edgeMatrix.start(vStar.size());
+    else
+        facetHash.start(2 * vStar.size());
+}
+
+// Returns the number of facets that stay without neighbour; they are on the new hull.
+template <class Edges>
+std::size_t Dt3::joinToStar(Point3* pVtx, Edges& edges)
+{
+    takeRecords();
+    buildStar(pVtx, edges);
+    return linkStar(edges);
 }
 
 // Joins the vertex to the star facets, in their order.
-void Dt3::buildStar(Point3* pVtx)
+template <class Edges>
+void Dt3::buildStar(Point3* pVtx, Edges& edges)
 {
-    ScratchList<NewTet>::Appender newTets(vNewTets, vStar.size());
+    typename Edges::Matcher matcher(edges);
+    ScratchList<std::uint32_t>::Appender slots(vSlots, 3 * vStar.size());
     std::int32_t label = takeRunningLabels(static_cast<std::uint32_t>(vStar.size()));
-    for (const StarFacet& facet : vStar) {
-        const int(&aCorner)[3] = facet.bFromOutside ? INWARD_FACET[facet.ici] : OUTWARD_FACET[facet.ici];
-        Point3* a = facet.pTet->aVertexPointer[aCorner[0]];
-        Point3* b = facet.pTet->aVertexPointer[aCorner[1]];
-        Point3* c = facet.pTet->aVertexPointer[aCorner[2]];
-        if (!facet.bOrientationCertain)
+    for (std::size_t i = 0; i < vStar.size(); ++i) {
+        const StarFacet facet = vStar[i];
+        const int ici = facet.getIndex();
+        const int(&aCorner)[3] = facet.isFromOutside() ? INWARD_FACET[ici] : OUTWARD_FACET[ici];
+        Point3* a = facet.getTet()->aVertexPointer[aCorner[0]];
+        Point3* b = facet.getTet()->aVertexPointer[aCorner[1]];
+        Point3* c = facet.getTet()->aVertexPointer[aCorner[2]];
+        if (!facet.isOrientationCertain())
             checkOrientation(pVtx, a, b, c);
-        Tet3* pNewTet = takeRecord();
+        Tet3* pNewTet = vNewTets[i];
         pNewTet->fill(label++, pVtx, a, b, c);
         linkBeyond(pNewTet, facet);
-        newTets.append({pNewTet,
-                        {facetHash.matchFacet(pNewTet, b, c), facetHash.matchFacet(pNewTet, c, a),
-                         facetHash.matchFacet(pNewTet, a, b)}});
+        matcher.match(pNewTet, a, b, c, slots);
     }
 }
 
-void Dt3::linkBeyond(Tet3* pNewTet, const StarFacet& facet)
+void Dt3::linkBeyond(Tet3* pNewTet, StarFacet facet)
 {
-    pNewTet->aOppTet[0] = facet.pBeyond;
-    if (facet.pBeyond == nullptr)
+    Tet3* pTet = facet.getTet();
+    const int ici = facet.getIndex();
+    if (facet.isFromOutside()) {
+        pNewTet->aOppTet[0] = pTet;
+        pTet->aOppTet[ici] = pNewTet;
         return;
-    const int iciInBeyond = facet.bFromOutside ? facet.ici : facet.pBeyond->getIndexOfNeighbor(facet.pTet);
-    facet.pBeyond->aOppTet[iciInBeyond] = pNewTet;
+    }
+    Tet3* pBeyond = pTet->aOppTet[ici];
+    pNewTet->aOppTet[0] = pBeyond;
+    if (pBeyond != nullptr)
+        pBeyond->aOppTet[pBeyond->getIndexOfNeighbor(pTet)] = pNewTet;
 }
 
-// Links the tetrahedra of the star with each other. Returns the number of facets that stay without neighbour;
-// they are on the new hull.
-std::size_t Dt3::linkStar()
+// Links the tetrahedra of the star with each other.
+template <class Edges>
+std::size_t Dt3::linkStar(Edges& edges)
 {
     std::size_t numAlone = 0;
-    for (const NewTet& newTet : vNewTets)
-        for (int i = 0; i < 3; ++i) {
-            Tet3* pPartner = facetHash.getPartner(newTet.aSlot[i], newTet.pTet);
-            newTet.pTet->aOppTet[i + 1] = pPartner;
+    const std::uint32_t* pSlot = vSlots.begin();
+    for (Tet3* pTet : vNewTets)
+        for (int i = 1; i < 4; ++i) {
+            Tet3* pPartner = edges.takePartner(*pSlot++, pTet);
+            pTet->aOppTet[i] = pPartner;
             numAlone += pPartner == nullptr;
         }
     return numAlone;
@@ -224,6 +283,17 @@ Tet3* Dt3::createTet(Point3* a, Point3* b, Point3* c, Point3* d)
 Tet3* Dt3::takeRecord()
 {
     return vReusableTets.empty() ? tetPool.newElement() : vReusableTets.takeLast();
+}
+
+// One record for each facet of the star.
+void Dt3::takeRecords()
+{
+    ScratchList<Tet3*>::Appender records(vNewTets, vStar.size());
+    const std::size_t numReused = std::min(vStar.size(), vReusableTets.size());
+    for (std::size_t i = 0; i < numReused; ++i)
+        records.append(vReusableTets.takeLast());
+    for (std::size_t i = numReused; i < vStar.size(); ++i)
+        records.append(tetPool.newElement());
 }
 
 void Dt3::checkOrientation(const Point3* a, const Point3* b, const Point3* c, const Point3* d) const

@@ -54,11 +54,10 @@ int Dt3::walk(const Point3* pVtx, Tet3*& pStartTet, std::size_t maxTests, std::s
     if (pStartTet == nullptr)
         goToHell("locateConflictTet");
 
-    const LanePoint lanePoint(*pVtx);
     FacetMask untested = ALL_FACETS;
     int first = 0;
     for (const std::size_t endTests = numTests + maxTests; numTests < endTests;) {
-        const WalkStep step = lookAround(pVtx, lanePoint, pStartTet, untested, first);
+        const WalkStep step = lookAround(pVtx, pStartTet, untested, first);
         if (step.bEnds)
             return step.result;
         const int crossed = (first + step.result) & 3;
@@ -81,12 +80,9 @@ int Dt3::walk(const Point3* pVtx, Tet3*& pStartTet, std::size_t maxTests, std::s
 }
 
 // Finds the first untested facet, in cyclic order from `first`, that the point is beyond, if there is one.
-Dt3::WalkStep Dt3::lookAround(const Point3* pVtx, const LanePoint& lanePoint, Tet3*& pTet, FacetMask untested,
-                              int first) const
+Dt3::WalkStep Dt3::lookAround(const Point3* pVtx, Tet3*& pTet, FacetMask untested, int first) const
 {
-    const CornerLanes corners(pTet->aVertexPointer, lanePoint);
-    const Lanes volumes = corners.getVolumes();
-    const CertainSides sides = getCertainSides(volumes, corners.getSquaredLengths().getMax());
+    const CertainSides sides = getCertainSides<Lanes>(pTet->aVertexPointer, *pVtx);
     if ((untested & ~(sides.inside | sides.beyond)) != 0)
         return lookAroundExactly(pVtx, pTet, untested, first);
     const FacetMask beyond = sides.beyond & untested;

@@ -11,6 +11,7 @@
 // first-level cache.
 #pragma once
 
+#include "nalo_tools/ScratchList.h"
 #include "vorn3d/Point3.h"
 #include "vorn3d/Tet3.h"
 
@@ -47,7 +48,7 @@ public:
     }
 
     /// Names the facet of pTet at the edge p, q. Returns its slot.
-    std::size_t matchFacet(const Tet3* pTet, const Point3* p, const Point3* q)
+    std::uint32_t matchFacet(const Tet3* pTet, const Point3* p, const Point3* q)
     {
         const auto u = reinterpret_cast<std::uintptr_t>(p);
         const auto v = reinterpret_cast<std::uintptr_t>(q);
@@ -57,26 +58,46 @@ public:
         TwoTetStruct& slot = m_vSlots[index];
         const std::uintptr_t sumBefore = slot.sumOfTets & getMaskIfUsed(slot);
         slot = {low, high, sumBefore + reinterpret_cast<std::uintptr_t>(pTet), m_stamp};
-        return index;
+        return static_cast<std::uint32_t>(index);
     }
 
     /// The tetrahedron that shares the slot's facet with pTet; null while there is none.
-    Tet3* getPartner(std::size_t slot, const Tet3* pTet) const
+    Tet3* takePartner(std::uint32_t slot, const Tet3* pTet) const
     {
         return reinterpret_cast<Tet3*>(m_vSlots[slot].sumOfTets - reinterpret_cast<std::uintptr_t>(pTet));
     }
+
+    /// Enters the tetrahedra of a star, one by one.
+    class Matcher
+    {
+    public:
+        explicit Matcher(FacetHash& edges) : m_edges(edges) {}
+
+        /// Enters pTet, whose base is a, b, c. Appends the slots of its facets opposite these three.
+        void match(const Tet3* pTet, const Point3* a, const Point3* b, const Point3* c,
+                   ScratchList<std::uint32_t>::Appender& slots)
+        {
+            slots.append(m_edges.matchFacet(pTet, b, c));
+            slots.append(m_edges.matchFacet(pTet, c, a));
+            slots.append(m_edges.matchFacet(pTet, a, b));
+        }
+
+    private:
+        FacetHash& m_edges;
+    };
 
     /// Makes room for `numEdges` edges and keeps what has come; slots change.
     void growFor(std::size_t numEdges);
 
 private:
     static constexpr std::size_t MIN_SLOTS = 128;
-    static constexpr std::size_t SLOTS_PER_EDGE = 6;
+    static constexpr std::size_t SLOTS_PER_EDGE = 2;
 
     std::size_t findSlot(std::uintptr_t low, std::uintptr_t high) const
     {
-        // Vertices lie 40 bytes apart; the golden ratio spreads their addresses over the upper bits.
-        const std::uint64_t hash = ((low >> 3) + (high >> 3)) * UINT64_C(0x9E3779B97F4A7C15);
+        // Two odd factors without a common pattern spread the addresses, which lie in regular distances, over
+        // the upper bits.
+        const std::uint64_t hash = low * UINT64_C(0x9E3779B97F4A7C15) + high * UINT64_C(0xC2B2AE3D27D4EB4F);
         std::size_t index = static_cast<std::size_t>(hash >> 40) & m_mask;
         // A slot of another edge: one condition, and nearly always false.
         while ((((m_vSlots[index].low ^ low) | (m_vSlots[index].high ^ high)) &

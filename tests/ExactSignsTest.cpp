@@ -2,10 +2,10 @@
 //
 // The ordinary run takes a few ten thousand configurations. VORN3D_ORACLE_CONFIGURATIONS=10000000 in the
 // environment makes it a long one, which prints how many configurations each stage was the first to decide.
-#include "CornerLanes.h"
 #include "ExactKernels.h"
 #include "ExactSign.h"
 #include "NaloTest3.h"
+#include "NeighborFilter.h"
 #include "hostilePoints.h"
 #include "rationalSigns.h"
 
@@ -17,6 +17,7 @@
 #include <map>
 #include <numeric>
 #include <sstream>
+#include <utility>
 
 namespace VORN3D
 {
@@ -50,6 +51,15 @@ bool areAllProductsZero(const FivePoints& points)
             return false;
     } while (std::next_permutation(rows.begin(), rows.end()));
     return true;
+}
+
+/// The side of the facet opposite corner i of the first four points on which the last one is: 1 if it is the
+/// corner's in a positively oriented tetrahedron.
+int getFacetSide(const FivePoints& points, std::size_t i)
+{
+    static constexpr std::size_t aFacet[4][3] = {{1, 3, 2}, {0, 2, 3}, {0, 3, 1}, {0, 1, 2}};
+    const std::size_t(&f)[3] = aFacet[i];
+    return getVolumeSign({points[f[0]], points[f[1]], points[f[2]], points[4]});
 }
 
 bool isEven(const std::array<int, 5>& permutation)
@@ -155,26 +165,39 @@ protected:
         EXPECT_EQ(m_predicates.sphereInclusionTest(&m_tet, &a[4]), bInside ? SIC_INSIDE : SIC_OUTSIDE);
     }
 
-    /// The filters that the hot loops use instead of the predicates'.
-    void checkLaneFilters(const FivePoints& points)
+    /// The filter of the walk.
+    void checkSides(const FivePoints& points)
     {
         Point3* const apCorner[] = {&m_aPoint[0], &m_aPoint[1], &m_aPoint[2], &m_aPoint[3]};
-        const CornerLanes lanes(apCorner, LanePoint(m_aPoint[4]));
-        const Lanes volumes = lanes.getVolumes();
-        const Lanes squaredLengths = lanes.getSquaredLengths();
-        const double maxSquaredLength = squaredLengths.getMax();
-        const SphereSide side = getCertainSphereSide(volumes, squaredLengths, maxSquaredLength);
-        if (side != SphereSide::UNDECIDED) {
-            EXPECT_EQ(getSphereSign(points), side == SphereSide::INSIDE ? -1 : 1);
-        }
-        static constexpr std::size_t aFacet[4][3] = {{1, 3, 2}, {0, 2, 3}, {0, 3, 1}, {0, 1, 2}};
-        const CertainSides sides = getCertainSides(volumes, maxSquaredLength);
+        const CertainSides sides = getCertainSides<Lanes>(apCorner, m_aPoint[4]);
         for (std::size_t i = 0; i < 4; ++i) {
             const int sign =
                 static_cast<int>(sides.inside >> i & 1) - static_cast<int>(sides.beyond >> i & 1);
-            const std::size_t(&f)[3] = aFacet[i];
             if (sign != 0) {
-                EXPECT_EQ(getVolumeSign({points[f[0]], points[f[1]], points[f[2]], points[4]}), sign) << i;
+                EXPECT_EQ(getFacetSide(points, i), sign) << i;
+                ++m_numCertainSides;
+            }
+        }
+    }
+
+    /// The filter of the conflict region. Beyond the facet opposite corner i of four points there is each
+    /// time the same tetrahedron, if that corner is one of its own and the one that it takes the place of is
+    /// elsewhere; only seen from the other side.
+    void checkNeighbors(const FivePoints& points, NeighborFilter judge)
+    {
+        const int sphereSign = getSphereSign(points);
+        for (std::size_t i = 0; i < 4; ++i) {
+            Point3 elsewhere(points[4][0], points[i][1], points[i][2]);
+            Point3* apCorner[] = {&m_aPoint[0], &m_aPoint[1], &m_aPoint[2], &m_aPoint[3]};
+            const Point3* apApex[] = {&m_aPoint[4], &m_aPoint[4], &m_aPoint[4], &m_aPoint[4]};
+            apApex[i] = std::exchange(apCorner[i], &elsewhere);
+            const NeighborVerdicts verdicts = judge(apCorner, apApex, m_aPoint[4]);
+            if ((verdicts.getUndecided() >> i & 1) == 0) {
+                EXPECT_EQ((verdicts.getInConflict() >> i & 1) != 0 ? 1 : -1, sphereSign) << i;
+                ++m_numCertainConflicts;
+            }
+            if ((verdicts.getInside() >> i & 1) != 0) {
+                EXPECT_EQ(getFacetSide(points, i), 1) << i;
             }
         }
     }
@@ -213,6 +236,8 @@ protected:
     Tet3 m_tet;
     std::map<std::string, long> m_orientationCounts;
     std::map<std::string, long> m_sphereCounts;
+    long m_numCertainSides = 0;
+    long m_numCertainConflicts = 0;
 };
 
 /// Calls check(points) for all combinations of values and shapes in turn, as they are and nudged.
@@ -269,10 +294,19 @@ TEST_F(ExactSignsTest, EveryStageIsRightOrUndecided)
 
 TEST_F(ExactSignsTest, LaneFiltersAreRightOrUndecided)
 {
-    forHostilePoints(getNumConfigurations() / 2, [&](const FivePoints& points) {
+    std::vector<NeighborFilter> filters = {judgeNeighbors};
+    if (chooseNeighborFilter() != filters.front())
+        filters.push_back(chooseNeighborFilter());
+    const long numConfigurations = getNumConfigurations() / 2;
+    forHostilePoints(numConfigurations, [&](const FivePoints& points) {
         set(points);
-        checkLaneFilters(points);
+        checkSides(points);
+        for (const NeighborFilter filter : filters)
+            checkNeighbors(points, filter);
     });
+    // Hostile as the points are, a good part of them is easy.
+    EXPECT_GT(m_numCertainSides, numConfigurations);
+    EXPECT_GT(m_numCertainConflicts, numConfigurations);
 }
 
 // All patterns of zero and other differences.

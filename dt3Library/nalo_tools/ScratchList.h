@@ -19,7 +19,7 @@ class ScratchList
 
 public:
     explicit ScratchList(std::size_t capacity = 512)
-        : m_apElement(std::make_unique<T[]>(capacity)), m_capacity(capacity)
+        : m_apElement(std::make_unique<T[]>(capacity)), m_pEnd(m_apElement.get()), m_pLimit(m_pEnd + capacity)
     {
     }
 
@@ -29,12 +29,12 @@ public:
         /// For up to `maxNum` elements; the list must not be used otherwise meanwhile.
         Appender(ScratchList& list, std::size_t maxNum) : m_list(list)
         {
-            list.reserve(list.size() + maxNum);
-            m_pEnd = list.end();
+            list.makeRoomFor(maxNum);
+            m_pEnd = list.m_pEnd;
         }
         Appender(const Appender&) = delete;
         Appender& operator=(const Appender&) = delete;
-        ~Appender() { m_list.m_size = static_cast<std::size_t>(m_pEnd - m_list.begin()); }
+        ~Appender() { m_list.m_pEnd = m_pEnd; }
 
         void append(const T& element) { *m_pEnd++ = element; }
 
@@ -52,46 +52,47 @@ public:
 
     void append(const T& element)
     {
-        reserve(m_size + 1);
-        m_apElement[m_size++] = element;
+        makeRoomFor(1);
+        *m_pEnd++ = element;
     }
 
-    /// Makes room for `capacity` elements in all.
-    void reserve(std::size_t capacity)
+    /// Makes room for `num` more elements.
+    void makeRoomFor(std::size_t num)
     {
-        if (capacity > m_capacity)
-            grow(capacity);
+        if (static_cast<std::size_t>(m_pLimit - m_pEnd) < num)
+            grow(num);
     }
 
-    T takeLast() { return m_apElement[--m_size]; }
+    T takeLast() { return *--m_pEnd; }
 
-    void clear() { m_size = 0; }
-    bool empty() const { return m_size == 0; }
-    std::size_t size() const { return m_size; }
+    void clear() { m_pEnd = begin(); }
+    bool empty() const { return m_pEnd == m_apElement.get(); }
+    std::size_t size() const { return static_cast<std::size_t>(m_pEnd - m_apElement.get()); }
     T& operator[](std::size_t i) { return m_apElement[i]; }
     const T& operator[](std::size_t i) const { return m_apElement[i]; }
     T* begin() { return m_apElement.get(); }
-    T* end() { return m_apElement.get() + m_size; }
+    T* end() { return m_pEnd; }
 
     void swap(ScratchList& other)
     {
         std::swap(m_apElement, other.m_apElement);
-        std::swap(m_size, other.m_size);
-        std::swap(m_capacity, other.m_capacity);
+        std::swap(m_pEnd, other.m_pEnd);
+        std::swap(m_pLimit, other.m_pLimit);
     }
 
 private:
-    void grow(std::size_t needed)
+    void grow(std::size_t num)
     {
-        m_capacity = std::max(needed, 2 * m_capacity);
-        auto apLarger = std::make_unique<T[]>(m_capacity);
-        std::copy(begin(), end(), apLarger.get());
+        const std::size_t capacity = std::max(size() + num, 2 * static_cast<std::size_t>(m_pLimit - begin()));
+        auto apLarger = std::make_unique<T[]>(capacity);
+        m_pEnd = std::copy(begin(), end(), apLarger.get());
         m_apElement = std::move(apLarger);
+        m_pLimit = begin() + capacity;
     }
 
     std::unique_ptr<T[]> m_apElement;
-    std::size_t m_size = 0;
-    std::size_t m_capacity;
+    T* m_pEnd;
+    T* m_pLimit;
 };
 
 } // namespace VORN3D

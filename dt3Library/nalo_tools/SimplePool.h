@@ -82,6 +82,7 @@ public:
     void reset()
     {
         currentIndex = -1;
+        numInFullContainers = 0;
         if (bOnlyFirstContainer)
             return;
         freeContainersFrom(1);
@@ -94,9 +95,7 @@ public:
     /// The number of records handed out since the start or the last reset().
     std::size_t getNumElements() const
     {
-        std::size_t num = 0;
-        forEachBlock([&num](T*, std::size_t size) { num += size; });
-        return num;
+        return numInFullContainers + static_cast<std::size_t>(currentIndex + 1);
     }
 
     /// Calls visit(T*) for every record handed out, in ascending order of the addresses.
@@ -129,6 +128,7 @@ private:
 
     void startContainer()
     {
+        numInFullContainers += static_cast<std::size_t>(currentSize);
         alloc(increaseLimit);
         ++currentIndex;
         bOnlyFirstContainer = false;
@@ -162,6 +162,7 @@ private:
     std::vector<T*> vContainers;
     std::vector<std::int32_t> vSizes;
     T* pCurrentContainer = nullptr;
+    std::size_t numInFullContainers = 0;
     std::int32_t currentIndex = -1;
     std::int32_t currentSize = 0;
     std::int32_t initialSize = 0;

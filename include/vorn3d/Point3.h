@@ -9,6 +9,7 @@
 namespace VORN3D
 {
 
+class EdgeMatrix;
 class Tet3;
 
 /// A point, and as a vertex of a triangulation also a handle into the mesh: it knows one incident
@@ -26,12 +27,15 @@ public:
     Point3() : Point3(-DBL_MAX, -DBL_MAX, -DBL_MAX) {}
 
     /// No tetrahedron, custom index -1.
-    Point3(double x, double y, double z) : m_aCoordinate{x, y, z}, m_pOneTet(nullptr), m_customIndex(-1) {}
+    Point3(double x, double y, double z)
+        : m_aCoordinate{x, y, z}, m_pOneTet(nullptr), m_customIndex(-1), m_starNumber(-1)
+    {
+    }
 
     /// Copies coordinates and custom index; a copy is not linked into a mesh.
     Point3(const Point3& other)
         : m_aCoordinate{other.x(), other.y(), other.z()}, m_pOneTet(nullptr),
-          m_customIndex(other.m_customIndex)
+          m_customIndex(other.m_customIndex), m_starNumber(-1)
     {
     }
 
@@ -113,9 +117,12 @@ public:
     void debug() const;
 
 private:
+    friend class EdgeMatrix;
+
     double m_aCoordinate[3];
     Tet3* m_pOneTet;
     int m_customIndex;
+    int m_starNumber; // -1 but within an insertion
 };
 
 static_assert(sizeof(void*) != 8 || sizeof(Point3) == 40, "the record of the vertex pool");

@@ -3,6 +3,7 @@
 #include "Export.h"
 #include "Point3.h"
 
+#include <cstdint>
 #include <iosfwd>
 #include <utility>
 
@@ -27,7 +28,7 @@ class Facet3;
 /// undefined in the release configuration. All members take constant time. The members that build a mesh
 /// (setProperties(), setCorner(), setOppTet() and what they need) are for the triangulation alone; clients
 /// have no reason to call them.
-class VORN3D_EXPORT Tet3
+class alignas(16) VORN3D_EXPORT Tet3
 {
 public:
     /// The kernel's mark on tetrahedra that an insertion has removed; false on every tetrahedron of the mesh.
@@ -146,12 +147,22 @@ private:
         p->setOneTet(this);
     }
 
+    std::uintptr_t getSumOfCorners() const
+    {
+        std::uintptr_t sum = 0;
+        for (const Point3* pCorner : aVertexPointer)
+            sum += reinterpret_cast<std::uintptr_t>(pCorner);
+        return sum;
+    }
+
     // Without a branch on the index; the check that the link is mutual is one that never fails in a sound
     // mesh.
     int getIndexOfNeighbor(const Tet3* pNeighbor) const
     {
-        const int ici =
-            (aOppTet[1] == pNeighbor) + 2 * (aOppTet[2] == pNeighbor) + 3 * (aOppTet[3] == pNeighbor);
+        const bool b1 = aOppTet[1] == pNeighbor;
+        const bool b2 = aOppTet[2] == pNeighbor;
+        const bool b3 = aOppTet[3] == pNeighbor;
+        const int ici = (b1 | b3) + 2 * (b2 | b3);
         return aOppTet[ici] == pNeighbor ? ici : getIntraTetIndex(pNeighbor);
     }
 
