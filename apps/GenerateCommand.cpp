@@ -54,9 +54,9 @@ ExitStatus generate(const GenerateOptions& options)
     return exitSuccess;
 }
 
-const char* const description = "Write test data, the same for the same arguments on every platform";
+const char* const generatorDescription = "Write test data, the same for the same arguments on every platform";
 
-const char* const notes = R"(
+const char* const generatorNotes = R"(
 
 The file appears under its name when it is complete; after an error or Ctrl-C there is none.
 
@@ -70,7 +70,7 @@ Examples:
 void addGenerateCommand(CLI::App& app, ExitStatus& status)
 {
     const auto pOptions = std::make_shared<GenerateOptions>();
-    CLI::App* pCommand = app.add_subcommand("generate", description);
+    CLI::App* pCommand = app.add_subcommand("generate", generatorDescription);
     pCommand->add_option("--shape", pOptions->shape, "The shape")
         ->capture_default_str()
         ->check(CLI::IsMember(PointGenerator::getShapeNames()));
@@ -87,7 +87,7 @@ void addGenerateCommand(CLI::App& app, ExitStatus& status)
         ->check(CLI::IsMember(getFormatNames(getPointWriters())));
     pCommand->footer("Shapes:" + PointGenerator::describeShapes() +
                      "\n\nFormats, chosen by the file's extension:" + describeFormats(getPointWriters()) +
-                     notes);
+                     generatorNotes);
     pCommand->callback([pOptions, &status] { status = generate(*pOptions); });
 }
 

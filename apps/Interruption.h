@@ -1,9 +1,7 @@
 #pragma once
 
-#include <csignal>
+#include <csignal> // and POSIX: sigaction
 #include <stdexcept>
-
-#include <signal.h>
 
 namespace VORN3D::program
 {

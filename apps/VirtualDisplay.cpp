@@ -75,7 +75,7 @@ std::string VirtualDisplay::startServer()
         becomeServer(ends[1]);
     }
     close(ends[1]);
-    const std::string number = readLine(ends[0]);
+    std::string number = readLine(ends[0]);
     close(ends[0]);
     return number;
 }

@@ -3,13 +3,12 @@
 
 #include "Progress.h"
 
+#include <vtkAlgorithm.h>
 #include <vtkNew.h>
 #include <vtkOutputWindow.h>
 #include <vtkSmartPointer.h>
 
 #include <string>
-
-class vtkAlgorithm;
 
 namespace VORN3D::program
 {

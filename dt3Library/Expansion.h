@@ -115,7 +115,8 @@ public:
     }
     Expansion& operator=(const Expansion& other)
     {
-        assign(other);
+        if (this != &other)
+            assign(other);
         return *this;
     }
 
@@ -129,8 +130,8 @@ public:
     /// The value rounded to a double (relative error below 2^-52); it has the sign of the value.
     double getEstimate() const
     {
-        double sum = m_aComponent[0];
-        for (int i = 1; i < m_size; ++i)
+        double sum = 0.0;
+        for (int i = 0; i < m_size; ++i)
             sum += m_aComponent[i];
         return sum;
     }
