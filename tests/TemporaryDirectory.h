@@ -24,15 +24,18 @@ public:
         std::filesystem::current_path(m_path);
     }
 
-    ~TemporaryDirectory()
+    ~TemporaryDirectory() { remove(); }
+
+    TemporaryDirectory(const TemporaryDirectory&) = delete;
+    TemporaryDirectory& operator=(const TemporaryDirectory&) = delete;
+
+    /// For a process that ends without calling destructors.
+    void remove() const
     {
         std::error_code ignored;
         std::filesystem::current_path(m_previous, ignored);
         std::filesystem::remove_all(m_path, ignored);
     }
-
-    TemporaryDirectory(const TemporaryDirectory&) = delete;
-    TemporaryDirectory& operator=(const TemporaryDirectory&) = delete;
 
     std::string getPath(const std::string& name) const { return (m_path / name).string(); }
 

@@ -308,7 +308,9 @@ TEST_F(Validity, DumpFilesAreNumberedThroughTheProcess)
             getLowerApex().exchange(1, 1, z);
             check(true);
         }
-        std::_Exit(m_directory.list() == "00000_negSideBug.list 00001_sphereIncBug.list " ? 0 : 1);
+        const bool bNumbered = m_directory.list() == "00000_negSideBug.list 00001_sphereIncBug.list ";
+        m_directory.remove();
+        std::_Exit(bNumbered ? 0 : 1);
     };
     EXPECT_EXIT(checkTwice(), testing::ExitedWithCode(0), "");
 }
