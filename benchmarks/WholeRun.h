@@ -56,7 +56,7 @@ int runWhole(int argc, char** argv)
     } catch (const std::exception& error) {
         std::cerr << argv[0] << ": " << error.what() << "\n";
         return 1;
-    } catch (...) {
+    } catch (...) { // TetGen throws numbers
         std::cerr << argv[0] << ": failed\n";
         return 1;
     }

@@ -32,7 +32,7 @@ Tet3* Dt3::insertVertex(Point3** ppVtx, Tet3* pStartTet)
         else
             findCavityOutside(*ppVtx, pCurTet, locateResult);
         makeRoomForStar();
-    } catch (...) {
+    } catch (...) { // memory ran out, and no link has changed yet
         abandonInsertion();
         throw;
     }
