@@ -101,6 +101,7 @@ private:
     Property readProperty(std::istream& words) const;
 
     Point3 readItem(const Element& element);
+    std::uint32_t readLength(const NumberType& type);
     double readNumber(const NumberType& type);
     double readText();
     double readBinary(const NumberType& type);
@@ -189,14 +190,22 @@ Point3 PlyFile::readItem(const Element& element)
     std::array<double, 3> coordinates{NAN, NAN, NAN};
     for (const Property& property : element.vProperties) {
         const bool bList = property.countType.size > 0;
-        const double num = bList ? readNumber(property.countType) : 1.0;
+        const std::uint32_t num = bList ? readLength(property.countType) : 1;
         double value = 0.0;
-        for (double n = 0.0; n < num; ++n)
+        for (std::uint32_t n = 0; n < num; ++n)
             value = readNumber(property.type);
         if (!bList && property.name.size() == 1 && property.name >= "x" && property.name <= "z")
             coordinates[static_cast<std::size_t>(property.name[0] - 'x')] = value;
     }
     return {coordinates[0], coordinates[1], coordinates[2]};
+}
+
+std::uint32_t PlyFile::readLength(const NumberType& type)
+{
+    const double length = readNumber(type);
+    if (!(length >= 0.0 && length <= UINT32_MAX))
+        fail("a list has an impossible length");
+    return static_cast<std::uint32_t>(length);
 }
 
 double PlyFile::readNumber(const NumberType& type)

@@ -207,6 +207,11 @@ TEST(ReadPoints, ReadsVerticesAmongOtherElementsOfPlyFiles)
     EXPECT_EQ(getError({"a.ply", text.substr(0, text.size() - 2)}),
               "a.ply: ends before all elements of the header were read");
     EXPECT_EQ(getError({"a.ply", text.substr(0, 100)}), "a.ply: ends within the header");
+    for (const std::string length : {"-1", "nan", "1e300"})
+        EXPECT_EQ(getError({"a.ply", "ply\nformat ascii 1.0\nelement face 1\nproperty list double int i\n"
+                                     "end_header\n" +
+                                         length + "\n"}),
+                  "a.ply: a list has an impossible length");
     EXPECT_EQ(getError({"a.ply", "ply\nelement vertex 1\nproperty word x\nend_header\n1\n"}),
               "a.ply: a property in the header has an unknown type");
     EXPECT_EQ(getError({"a.ply", "ply\nformat ascii 1.0\nelement vertex 1\nproperty int x\nproperty int y\n"
