@@ -304,9 +304,10 @@ TEST_F(ExactSignsTest, LaneFiltersAreRightOrUndecided)
         for (const NeighborFilter filter : filters)
             checkNeighbors(points, filter);
     });
-    // Hostile as the points are, a good part of them is easy.
+    // Hostile as the points are, a good part of them is easy. Which ones there are depends on the compiler:
+    // the order in which arguments are evaluated, random ones among them, is its own.
     EXPECT_GT(m_numCertainSides, numConfigurations);
-    EXPECT_GT(m_numCertainConflicts, numConfigurations);
+    EXPECT_GT(m_numCertainConflicts, numConfigurations / 4 * static_cast<long>(filters.size()));
 }
 
 // All patterns of zero and other differences.
