@@ -28,11 +28,13 @@ class Facet3;
 /// undefined in the release configuration. All members take constant time. The members that build a mesh
 /// (setProperties(), setCorner(), setOppTet() and what they need) are for the triangulation alone; clients
 /// have no reason to call them.
-class alignas(16) VORN3D_EXPORT Tet3
+class VORN3D_EXPORT Tet3
 {
 public:
+    // The record's alignment stands at its first member: before the class's name g++ 12 takes no alignas
+    // beside the mark for export.
     /// The kernel's mark on tetrahedra that an insertion has removed; false on every tetrahedron of the mesh.
-    bool hasBeenVisited;
+    alignas(16) bool hasBeenVisited;
 
     /// A record outside any mesh. A triangulation takes its records from a pool instead and fills them with
     /// setProperties().
