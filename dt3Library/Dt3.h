@@ -19,6 +19,7 @@
 #include "EdgeMatrix.h"
 #include "FacetHash.h"
 #include "HC3.h"
+#include "HullEdgeHints.h"
 #include "NaloTest3.h"
 #include "NeighborFilter.h"
 #include "TaggedTet.h"
@@ -169,6 +170,9 @@ private:
         int result;
     };
 
+    // So many tetrahedra around a hull edge are worth remembering where its facets are.
+    static constexpr int LONG_TURN = 16;
+
     bool isToGoOn(std::size_t numDone, std::size_t numTotal) const;
     void startUp(std::vector<Point3*>& vNewVertices);
     std::vector<Point3*> getUntriangulated(const std::vector<Point3*>& vUserHandles) const;
@@ -207,7 +211,8 @@ private:
 
     void findCavityOutside(const Point3* pVtx, Tet3* pCurTet, int opp3ICI);
     void gatherSeenTets(const Point3* pVtx, Tet3* pTet, int ici);
-    static HullEdge turnToHull(HullEdge edge);
+    HullFacet turnToHull(HullEdge edge);
+    void rememberNewHullEdges();
     void addSeenFacet(Tet3* pTet, int ici);
     bool isNewEdge(const Tet3* pTet, const Point3* pSource, const Point3* pTarget);
     void pushVisibleFacets(Tet3* pTet, const Point3* pVtx);
@@ -252,6 +257,7 @@ private:
     std::vector<Tet3*> vSeenTets;
     ScratchList<HullEdge> vHullEdges;
     FacetHash horizonEdges;
+    HullEdgeHints hullEdgeHints;
     std::size_t numHorizonEdges = 0;
 };
 

@@ -44,9 +44,9 @@ void Dt3::gatherSeenTets(const Point3* pVtx, Tet3* pTet, int ici)
     numHorizonEdges = 0;
     addSeenFacet(pTet, ici);
     while (!vHullEdges.empty()) {
-        const HullEdge beyond = turnToHull(vHullEdges.takeLast());
-        if (predicates.getOrientation3(beyond.pTet, beyond.opp2, pVtx) == ORIENTATION3_NEGATIVE)
-            addSeenFacet(beyond.pTet, beyond.opp2);
+        const HullFacet beyond = turnToHull(vHullEdges.takeLast());
+        if (predicates.getOrientation3(beyond.pTet, beyond.ici, pVtx) == ORIENTATION3_NEGATIVE)
+            addSeenFacet(beyond.pTet, beyond.ici);
     }
     for (Tet3* pSeen : vSeenTets)
         pSeen->hasBeenVisited = false;
@@ -65,16 +65,40 @@ void Dt3::addSeenFacet(Tet3* pTet, int ici)
             vHullEdges.append({pTet, ici, j});
 }
 
-// Turns around a hull edge from the hull facet opp3 to the other one, which is then opp2. Each step crosses
-// the facet opposite opp2; the corner that was opp3 is in the next tetrahedron too, and the next to be left.
-Dt3::HullEdge Dt3::turnToHull(HullEdge edge)
+// Turns around a hull edge from the hull facet opp3 to the other one. Each step crosses the facet opposite
+// opp2; the corner that was opp3 is in the next tetrahedron too, and the next to be left.
+HullFacet Dt3::turnToHull(HullEdge edge)
 {
+    const HullFacet start{edge.pTet, edge.opp3};
+    const Point3* pSource = edge.pTet->aVertexPointer[EDGE_SOURCE[edge.opp3][edge.opp2]];
+    const Point3* pTarget = edge.pTet->aVertexPointer[EDGE_TARGET[edge.opp3][edge.opp2]];
+    int numSteps = 0;
     while (Tet3* pNext = edge.pTet->aOppTet[edge.opp2]) {
+        if (++numSteps == LONG_TURN) {
+            const HullFacet end = hullEdgeHints.findOther(pSource, pTarget, start);
+            if (end.pTet != nullptr)
+                return end;
+        }
         const int entered = pNext->getIndexOfNeighbor(edge.pTet);
         const int left = pNext->getIntraTetIndex(edge.pTet->aVertexPointer[edge.opp3]);
         edge = {pNext, entered, left};
     }
-    return edge;
+    if (numSteps >= LONG_TURN)
+        for (Tet3* pTet : {start.pTet, edge.pTet})
+            hullEdgeHints.remember(pSource, pTarget, pTet);
+    return {edge.pTet, edge.opp2};
+}
+
+// To be called when the new tetrahedra are linked.
+void Dt3::rememberNewHullEdges()
+{
+    for (Tet3* pTet : vNewTets)
+        for (int i = 1; i < 4; ++i)
+            if (pTet->aOppTet[i] == nullptr)
+                for (int j = 0; j < 4; ++j)
+                    if (j != i)
+                        hullEdgeHints.remember(pTet->aVertexPointer[EDGE_SOURCE[i][j]],
+                                               pTet->aVertexPointer[EDGE_TARGET[i][j]], pTet);
 }
 
 bool Dt3::isNewEdge(const Tet3* pTet, const Point3* pSource, const Point3* pTarget)

@@ -14,6 +14,14 @@
 namespace VORN3D
 {
 
+namespace
+{
+
+// Edges at the vertex of such a star can have many tetrahedra around.
+constexpr std::size_t LARGE_STAR = 64;
+
+} // namespace
+
 Tet3* Dt3::insertVertex(Point3** ppVtx, Tet3* pStartTet)
 {
     Tet3* pCurTet = pStartTet;
@@ -70,6 +78,8 @@ Tet3* Dt3::fillCavity(Point3* pVtx, bool bInside)
         VORN_ASSERT_TEXT(numStoredTCS == 0, "numStoredTCS==0");
     }
     VORN_ASSERT_TEXT(!vNewTets.empty(), "pNewTet1!=0");
+    if (!bInside && vNewTets.size() > LARGE_STAR)
+        rememberNewHullEdges();
     return vNewTets[(numVisibleFacets > 0 ? numVisibleFacets : vNewTets.size()) - 1];
 }
 

@@ -22,6 +22,14 @@
 namespace VORN3D
 {
 
+/// A hash of an edge by the addresses of its ends. Two odd factors without a common pattern spread addresses
+/// in regular distances.
+inline std::size_t hashEdge(std::uintptr_t low, std::uintptr_t high)
+{
+    const std::uint64_t hash = low * UINT64_C(0x9E3779B97F4A7C15) + high * UINT64_C(0xC2B2AE3D27D4EB4F);
+    return static_cast<std::size_t>(hash >> 40);
+}
+
 /// The tetrahedra that share a facet at the edge between two vertices.
 struct TwoTetStruct
 {
@@ -95,10 +103,7 @@ private:
 
     std::size_t findSlot(std::uintptr_t low, std::uintptr_t high) const
     {
-        // Two odd factors without a common pattern spread the addresses, which lie in regular distances, over
-        // the upper bits.
-        const std::uint64_t hash = low * UINT64_C(0x9E3779B97F4A7C15) + high * UINT64_C(0xC2B2AE3D27D4EB4F);
-        std::size_t index = static_cast<std::size_t>(hash >> 40) & m_mask;
+        std::size_t index = hashEdge(low, high) & m_mask;
         // A slot of another edge: one condition, and nearly always false.
         while ((((m_vSlots[index].low ^ low) | (m_vSlots[index].high ^ high)) &
                 getMaskIfUsed(m_vSlots[index])) != 0)
