@@ -7,6 +7,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <functional>
+#include <ostream>
 #include <random>
 #include <string>
 #include <vector>
@@ -21,6 +22,12 @@ struct PointSet
     bool bGeneral = false;   ///< in general position: exactly one Delaunay tetrahedralization
     bool bQuadratic = false; ///< may have quadratically many tetrahedra
 };
+
+/// What tests with a set as their parameter are called.
+inline void PrintTo(const PointSet& set, std::ostream* pOs)
+{
+    *pOs << set.name;
+}
 
 const std::vector<PointSet>& getPointSets();
 
