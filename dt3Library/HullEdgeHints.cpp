@@ -2,6 +2,7 @@
 
 #include "FacetHash.h"
 
+#include <algorithm>
 #include <cstdint>
 #include <functional>
 #include <utility>
@@ -31,8 +32,8 @@ int findHullFacet(const Tet3* pTet, const Point3* p, const Point3* q, HullFacet 
 
 void HullEdgeHints::remember(const Point3* p, const Point3* q, Tet3* pTet)
 {
-    if (m_vHints.empty())
-        m_vHints.resize(NUM_HINTS, Hint{});
+    if (4 * m_numUsed >= m_vHints.size())
+        grow();
     Hint fresh = makeHint(p, q);
     Hint& hint = m_vHints[getIndex(fresh)];
     fresh.apTet[0] = pTet;
@@ -40,6 +41,7 @@ void HullEdgeHints::remember(const Point3* p, const Point3* q, Tet3* pTet)
         for (Tet3* pEarlier : hint.apTet)
             if (pEarlier != nullptr && pEarlier != pTet && findHullFacet(pEarlier, p, q, {}) >= 0)
                 fresh.apTet[1] = pEarlier;
+    m_numUsed += hint.apTet[0] == nullptr;
     hint = fresh;
 }
 
@@ -66,16 +68,29 @@ HullEdgeHints::Hint HullEdgeHints::makeHint(const Point3* p, const Point3* q)
     return {{p, q}, {}};
 }
 
-std::size_t HullEdgeHints::getIndex(const Hint& hint)
+std::size_t HullEdgeHints::getIndex(const Hint& hint) const
 {
     const auto low = reinterpret_cast<std::uintptr_t>(hint.apEnd[0]);
     const auto high = reinterpret_cast<std::uintptr_t>(hint.apEnd[1]);
-    return hashEdge(low, high) & (NUM_HINTS - 1);
+    return hashEdge(low, high) & (m_vHints.size() - 1);
 }
 
 bool HullEdgeHints::haveSameEnds(const Hint& a, const Hint& b)
 {
     return a.apEnd[0] == b.apEnd[0] && a.apEnd[1] == b.apEnd[1];
+}
+
+void HullEdgeHints::grow()
+{
+    std::vector<Hint> vOld(std::max<std::size_t>(2 * m_vHints.size(), 1024));
+    vOld.swap(m_vHints);
+    m_numUsed = 0;
+    for (const Hint& hint : vOld)
+        if (hint.apTet[0] != nullptr) {
+            Hint& place = m_vHints[getIndex(hint)];
+            m_numUsed += place.apTet[0] == nullptr;
+            place = hint;
+        }
 }
 
 } // namespace VORN3D

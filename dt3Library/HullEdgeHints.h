@@ -38,13 +38,14 @@ private:
         Tet3* apTet[2];
     };
 
-    static constexpr std::size_t NUM_HINTS = std::size_t{1} << 14;
-
     static Hint makeHint(const Point3* p, const Point3* q);
-    static std::size_t getIndex(const Hint& hint);
     static bool haveSameEnds(const Hint& a, const Hint& b);
+    std::size_t getIndex(const Hint& hint) const;
+    void grow();
 
-    std::vector<Hint> m_vHints; // empty until the first is remembered
+    // Each hint has one place, which others overwrite. Empty, or of a power of two's size.
+    std::vector<Hint> m_vHints;
+    std::size_t m_numUsed = 0;
 };
 
 } // namespace VORN3D
