@@ -18,7 +18,7 @@ namespace
 {
 
 // Edges at the vertex of such a star can have many tetrahedra around.
-constexpr std::size_t LARGE_STAR = 64;
+constexpr std::size_t LARGE_STAR = 128;
 
 } // namespace
 
