@@ -40,14 +40,14 @@ inline void setItems(benchmark::State& state, std::size_t itemsPerIteration)
     state.SetItemsProcessed(static_cast<std::int64_t>(itemsPerIteration) * state.iterations());
 }
 
-template <class Mesh>
-void locateAll(benchmark::State& state, const std::vector<Xyz>& vQueries)
+template <class Mesh, class Locate>
+void locateAll(benchmark::State& state, const std::vector<Xyz>& vQueries, const Locate& locate)
 {
     Mesh& mesh = getUniformMesh<Mesh>(sizeOf(state));
     const typename Mesh::Points queries = Mesh::convert(vQueries);
     std::size_t next = 0;
     for (auto _ : state) {
-        benchmark::DoNotOptimize(mesh.locate(queries[next]));
+        benchmark::DoNotOptimize(locate(mesh, queries[next]));
         next = next + 1 < queries.size() ? next + 1 : 0;
     }
     setItems(state, 1);
@@ -57,13 +57,15 @@ template <class Mesh>
 void locateRandom(benchmark::State& state)
 {
     constexpr std::uint64_t SEED = 2;
-    locateAll<Mesh>(state, makeInput("uniform", NUM_QUERIES, SEED));
+    locateAll<Mesh>(state, makeInput("uniform", NUM_QUERIES, SEED),
+                    [](Mesh& mesh, const auto& p) { return mesh.locate(p); });
 }
 
 template <class Mesh>
 void locateCoherent(benchmark::State& state)
 {
-    locateAll<Mesh>(state, makeCoherentQueries(NUM_QUERIES));
+    locateAll<Mesh>(state, makeCoherentQueries(NUM_QUERIES),
+                    [](Mesh& mesh, const auto& p) { return mesh.locateNear(p); });
 }
 
 template <class Mesh>

@@ -42,7 +42,10 @@ public:
     }
 
     /// Starts where the last query ended, as a client with neighbouring queries would.
-    bool locate(const Kernel::Point_3& p)
+    bool locate(const Kernel::Point_3& p) { return locateNear(p); }
+
+    /// Near the last query.
+    bool locateNear(const Kernel::Point_3& p)
     {
         m_hint = m_dt.locate(p, m_hint);
         return !m_dt.is_infinite(m_hint);

@@ -47,6 +47,13 @@ public:
 
     bool locate(const VORN3D::Point3& p) { return m_dt.locate(p) != nullptr; }
 
+    /// Near the last such query.
+    bool locateNear(const VORN3D::Point3& p)
+    {
+        m_pLast = m_dt.locate(p, m_pLast);
+        return m_pLast != nullptr;
+    }
+
     std::size_t numTetrahedra() const
     {
         if (!m_dt.is3D())
@@ -85,6 +92,7 @@ private:
     };
 
     VORN3D::Vorn_3D m_dt;
+    VORN3D::Tet3* m_pLast = nullptr;
 };
 
 } // namespace bench

@@ -35,10 +35,17 @@ void Vorn_3D::setProgressObserver(ProgressObserver observer)
 
 Tet3* Vorn_3D::locate(const Point3& p)
 {
+    return locate(p, nullptr);
+}
+
+Tet3* Vorn_3D::locate(const Point3& p, Tet3* pStart)
+{
     if (!std::isfinite(p.x()) || !std::isfinite(p.y()) || !std::isfinite(p.z()))
         return nullptr;
     const Point3 query(p);
-    Tet3* pTet = m_pDt->findNearbyTet(query);
+    // Records of removed tetrahedra stay, marked, until they hold others.
+    const bool bStartIsLive = pStart != nullptr && !pStart->hasBeenVisited;
+    Tet3* pTet = bStartIsLive ? pStart : m_pDt->findNearbyTet(query);
     if (pTet == nullptr)
         return nullptr;
     std::size_t numTests = 0;

@@ -103,8 +103,12 @@ std::string TrackedTriangulation::findFaults(const std::vector<Point3>& vQueries
 {
     append(m_vFaults, findMeshFaults(m_dt));
     append(m_vFaults, findVertexFaults(m_dt, m_vInput, m_vHandles, m_vLeftOut));
-    for (const Point3& q : vQueries)
+    // The last answer may be of an earlier call, and outdated.
+    for (const Point3& q : vQueries) {
         append(m_vFaults, findLocateFaults(m_dt, q, m_dt.locate(q)));
+        m_pLastAnswer = m_dt.locate(q, m_pLastAnswer);
+        append(m_vFaults, findLocateFaults(m_dt, q, m_pLastAnswer));
+    }
     return joinFaults(m_vFaults);
 }
 

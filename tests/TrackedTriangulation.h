@@ -37,6 +37,7 @@ private:
     std::set<const Point3*> m_vLeftOut;
     std::string m_output;
     Faults m_vFaults;
+    Tet3* m_pLastAnswer = nullptr;
 };
 
 } // namespace VORN3D::tests
