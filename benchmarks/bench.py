@@ -125,7 +125,9 @@ def run_once(program, family, size, timeout):
         return {"status": f"> {timeout:g}"}
     if done.returncode != 0:
         return {"status": "failed", "stderr": done.stderr[-500:]}
-    return {"status": "ok", **json.loads(done.stdout.splitlines()[-1])}
+    # Libraries may have their own to say, before the report and when they clean up.
+    report = next(line for line in done.stdout.splitlines() if line.startswith("{"))
+    return {"status": "ok", **json.loads(report)}
 
 
 def run_rows(options, rows, runs):
