@@ -3,7 +3,6 @@
 #include <cmath>
 #include <cstdlib>
 #include <iterator>
-#include <regex>
 #include <sstream>
 #include <stdexcept>
 
@@ -19,7 +18,10 @@ public:
     /// Braces stand for themselves, anything else is separated by white space.
     explicit Parser(const std::string& text)
     {
-        std::istringstream words(std::regex_replace(text, std::regex("[{}]"), " $& "));
+        std::string spaced;
+        for (const char c : text)
+            spaced += c == '{' || c == '}' ? std::string{' ', c, ' '} : std::string(1, c);
+        std::istringstream words(spaced);
         m_vTokens.assign(std::istream_iterator<std::string>(words), {});
         m_vTokens.emplace_back();
     }
