@@ -36,8 +36,8 @@ public:
         const std::size_t numVertices = std::size_t{1} << m_shift;
         if (m_vVertices.size() > numVertices)
             return;
-        m_vVertices.resize(numVertices + 1);
         m_vTets.resize(numVertices * numVertices, nullptr);
+        m_vVertices.resize(numVertices + 1);
     }
 
     /// Enters the tetrahedra of a star, one by one. Works on registers; the matrix must not be used otherwise
