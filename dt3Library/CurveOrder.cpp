@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <iterator>
+#include <utility>
 
 namespace VORN3D
 {
@@ -59,8 +60,9 @@ CurveOrder::Position CurveOrder::insert(Position position, const IdxVtx& record)
 CurveOrder::Position CurveOrder::append(const IdxVtx& record)
 {
     if (m_vBlocks.empty() || m_vBlocks.back().size() >= APPENDED_BLOCK_SIZE) {
-        m_vBlocks.emplace_back();
-        m_vBlocks.back().reserve(APPENDED_BLOCK_SIZE);
+        Block block;
+        block.reserve(APPENDED_BLOCK_SIZE);
+        m_vBlocks.push_back(std::move(block));
     }
     m_vBlocks.back().push_back(record);
     ++m_size;
@@ -69,11 +71,11 @@ CurveOrder::Position CurveOrder::append(const IdxVtx& record)
 
 void CurveOrder::split(std::size_t block)
 {
-    const auto next = m_vBlocks.emplace(m_vBlocks.begin() + static_cast<std::ptrdiff_t>(block) + 1);
-    Block& full = *std::prev(next);
-    const auto middle = full.begin() + static_cast<std::ptrdiff_t>(full.size() / 2);
-    next->assign(middle, full.end());
-    full.erase(middle, full.end());
+    const Block& full = m_vBlocks[block];
+    const std::size_t numKept = full.size() / 2;
+    Block upper(full.begin() + static_cast<std::ptrdiff_t>(numKept), full.end());
+    m_vBlocks.insert(m_vBlocks.begin() + static_cast<std::ptrdiff_t>(block) + 1, std::move(upper));
+    m_vBlocks[block].resize(numKept);
 }
 
 std::vector<IdxVtx> CurveOrder::getAll() const
@@ -87,10 +89,10 @@ std::vector<IdxVtx> CurveOrder::getAll() const
 
 void CurveOrder::assign(const std::vector<IdxVtx>& vRecords)
 {
-    m_vBlocks.clear();
-    m_size = 0;
+    CurveOrder order;
     for (const IdxVtx& record : vRecords)
-        append(record);
+        order.append(record);
+    *this = std::move(order);
 }
 
 } // namespace VORN3D

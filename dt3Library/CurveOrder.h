@@ -1,6 +1,6 @@
 // CurveOrder keeps vertices sorted by their place on the curve: a two-level array of small sorted blocks.
 // Look-ups are two binary searches, an insertion moves at most one block, and sorted input is appended block
-// by block, all at 16 bytes a vertex.
+// by block, all at 16 bytes a vertex. What throws for lack of memory changes nothing.
 #pragma once
 
 #include "vorn3d/Point3.h"

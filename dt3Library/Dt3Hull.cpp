@@ -56,8 +56,8 @@ void Dt3::gatherSeenTets(const Point3* pVtx, Tet3* pTet, int ici)
 void Dt3::addSeenFacet(Tet3* pTet, int ici)
 {
     if (!pTet->hasBeenVisited) {
-        pTet->hasBeenVisited = true;
         vSeenTets.push_back(pTet);
+        pTet->hasBeenVisited = true;
     }
     for (int j = 0; j < 4; ++j)
         if (j != ici && isNewEdge(pTet, pTet->aVertexPointer[EDGE_SOURCE[ici][j]],

@@ -40,12 +40,15 @@ Tet3* Dt3::insertVertex(Point3** ppVtx, Tet3* pStartTet)
         else
             findCavityOutside(*ppVtx, pCurTet, locateResult);
         makeRoomForStar();
+        takeRecords();
     } catch (...) { // memory ran out, and no link has changed yet
         abandonInsertion();
         throw;
     }
     Tet3* pRet = fillCavity(*ppVtx, bInside);
     ++numMeshVertices;
+    if (!bInside && vNewTets.size() > LARGE_STAR)
+        rememberNewHullEdges();
     return pRet;
 }
 
@@ -78,8 +81,6 @@ Tet3* Dt3::fillCavity(Point3* pVtx, bool bInside)
         VORN_ASSERT_TEXT(numStoredTCS == 0, "numStoredTCS==0");
     }
     VORN_ASSERT_TEXT(!vNewTets.empty(), "pNewTet1!=0");
-    if (!bInside && vNewTets.size() > LARGE_STAR)
-        rememberNewHullEdges();
     return vNewTets[(numVisibleFacets > 0 ? numVisibleFacets : vNewTets.size()) - 1];
 }
 
@@ -97,20 +98,23 @@ void Dt3::startInsertion()
     numVisibleFacets = 0;
 }
 
-// Takes back what an insertion has marked before it changed a link.
+// Takes back what an insertion has marked before it changed a link. The records that it has taken are given
+// up.
 void Dt3::abandonInsertion()
 {
     for (Tet3* pTet : vSeenTets)
         pTet->hasBeenVisited = false;
     while (vDoomedTets.size() > numLeftOverTets)
         vDoomedTets.takeLast()->hasBeenVisited = false;
+    for (Tet3* pRecord : vNewTets)
+        pRecord->hasBeenVisited = true;
 }
 
 void Dt3::doom(Tet3* pTet)
 {
-    pTet->hasBeenVisited = true;
     vDoomedTets.append(pTet);
     vStack.append(pTet);
+    pTet->hasBeenVisited = true;
 }
 
 // A vertex on the sphere is outside it: cospherical neighbours stay.
@@ -223,7 +227,6 @@ void Dt3::makeRoomForStar()
 template <class Edges>
 std::size_t Dt3::joinToStar(Point3* pVtx, Edges& edges)
 {
-    takeRecords();
     buildStar(pVtx, edges);
     return linkStar(edges);
 }

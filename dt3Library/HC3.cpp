@@ -66,8 +66,10 @@ void HC3::insert(const std::vector<Point3>& vInput, std::vector<Point3*>& vUserH
                  std::vector<Point3*>& vNewVertices)
 {
     VORN_ASSERT(vUserHandles.empty());
-    if (bbox.add(vInput))
-        growBox(takeBatchEnlargement());
+    if (Bbox3 grown = bbox; grown.add(vInput)) {
+        grown.enlargeBounds(takeBatchEnlargement());
+        takeOver(grown);
+    }
 
     const std::vector<std::uint64_t> vHIndexIndexPair = getSortedKeyIndexPairs(vInput);
     const std::size_t siz = vInput.size();
@@ -89,8 +91,10 @@ void HC3::insert(const std::vector<Point3>& vInput, std::vector<Point3*>& vUserH
 
 std::pair<Point3*, Tet3*> HC3::insert(const Point3* p)
 {
-    if (bbox.add(*p))
-        growBox(LATER_ENLARGEMENT);
+    if (Bbox3 grown = bbox; grown.add(*p)) {
+        grown.enlargeBounds(LATER_ENLARGEMENT);
+        takeOver(grown);
+    }
     const CurveOrder::Position position = store(getHilbertIndex(*p), *p).position;
     Point3* pVtx = sIdxVtx[position].pVtx;
     if (pVtx->getOneTet() != nullptr || sIdxVtx.size() == 1)
@@ -130,15 +134,22 @@ void HC3::getVertices(std::vector<Point3*>& out) const
 
 void HC3::reindex()
 {
-    grid = {bbox.getMinX(),   bbox.getMinY(),   bbox.getMinZ(),
-            bbox.getRangeX(), bbox.getRangeY(), bbox.getRangeZ()};
-    bValid = true;
+    takeOver(bbox);
+}
 
+// Computes all keys anew; running out of memory changes nothing.
+void HC3::takeOver(const Bbox3& box)
+{
+    const HilbertGrid newGrid = {box.getMinX(),   box.getMinY(),   box.getMinZ(),
+                                 box.getRangeX(), box.getRangeY(), box.getRangeZ()};
     std::vector<IdxVtx> vRecords = sIdxVtx.getAll();
     for (IdxVtx& record : vRecords)
-        record.hIndex = getHilbertIndex(*record.pVtx);
+        record.hIndex = newGrid.getKey(*record.pVtx, numBits);
     std::sort(vRecords.begin(), vRecords.end());
     sIdxVtx.assign(vRecords);
+    bbox = box;
+    grid = newGrid;
+    bValid = true;
 }
 
 // One pair a point, key in the upper and input index in the lower half, in ascending order.
@@ -153,12 +164,6 @@ std::vector<std::uint64_t> HC3::getSortedKeyIndexPairs(const std::vector<Point3>
     return vPairs;
 }
 
-void HC3::growBox(double enlargement)
-{
-    bbox.enlargeBounds(enlargement);
-    reindex();
-}
-
 // Puts p into the order, as a new vertex unless there is one with its coordinates.
 HC3::Stored HC3::store(std::uint32_t hIndex, const Point3& p)
 {
@@ -169,8 +174,9 @@ HC3::Stored HC3::store(std::uint32_t hIndex, const Point3& p)
     const CurveOrder::Position position = sIdxVtx.findLowerBound(record);
     if (!(position == sIdxVtx.getEnd()) && !(record < sIdxVtx[position]))
         return {position, false};
+    const CurveOrder::Position inserted = sIdxVtx.insert(position, record);
     pSpareVertex = nullptr;
-    return {sIdxVtx.insert(position, record), true};
+    return {inserted, true};
 }
 
 } // namespace VORN3D

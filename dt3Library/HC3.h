@@ -62,7 +62,7 @@ private:
     };
 
     std::vector<std::uint64_t> getSortedKeyIndexPairs(const std::vector<Point3>& vInput) const;
-    void growBox(double enlargement);
+    void takeOver(const Bbox3& box);
     Stored store(std::uint32_t hIndex, const Point3& p);
 
     Bbox3 bbox;

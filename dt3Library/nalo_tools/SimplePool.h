@@ -60,16 +60,17 @@ public:
     T* newElement()
     {
         DEBUG_ASSERT(initialized);
-        ++currentIndex;
-        if (currentIndex >= currentSize)
+        if (currentIndex + 1 >= currentSize)
             startContainer();
-        return pCurrentContainer + currentIndex;
+        return pCurrentContainer + ++currentIndex;
     }
 
     /// Adds a container of numElements records, or of the next automatic size if numElements is negative.
     void alloc(int numElements)
     {
         const std::int32_t size = numElements < 0 ? getNextAutomaticSize() : numElements;
+        vSizes.reserve(vSizes.size() + 1);
+        vContainers.reserve(vContainers.size() + 1);
         vSizes.push_back(size);
         pCurrentContainer = allocateRecords(static_cast<std::size_t>(size));
         vContainers.push_back(pCurrentContainer);
@@ -128,9 +129,9 @@ private:
 
     void startContainer()
     {
-        numInFullContainers += static_cast<std::size_t>(currentSize);
+        const auto numInLast = static_cast<std::size_t>(currentSize);
         alloc(increaseLimit);
-        ++currentIndex;
+        numInFullContainers += numInLast;
         bOnlyFirstContainer = false;
     }
 
