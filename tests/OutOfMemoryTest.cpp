@@ -30,9 +30,20 @@ void* allocate(std::size_t size)
 
 } // namespace
 
+// All forms together: a sanitizer has its own of each that is left out.
 void* operator new(std::size_t size)
 {
     return allocate(size);
+}
+
+void* operator new[](std::size_t size)
+{
+    return allocate(size);
+}
+
+void* operator new(std::size_t size, const std::nothrow_t&) noexcept
+{
+    return std::malloc(size > 0 ? size : 1);
 }
 
 void operator delete(void* pMemory) noexcept
@@ -40,7 +51,17 @@ void operator delete(void* pMemory) noexcept
     std::free(pMemory);
 }
 
+void operator delete[](void* pMemory) noexcept
+{
+    std::free(pMemory);
+}
+
 void operator delete(void* pMemory, std::size_t) noexcept
+{
+    std::free(pMemory);
+}
+
+void operator delete[](void* pMemory, std::size_t) noexcept
 {
     std::free(pMemory);
 }
