@@ -213,6 +213,7 @@ private:
     void gatherSeenTets(const Point3* pVtx, Tet3* pTet, int ici);
     HullFacet turnToHull(HullEdge edge);
     void rememberNewHullEdges();
+    void rememberEdges(HullFacet facet);
     void addSeenFacet(Tet3* pTet, int ici);
     bool isNewEdge(const Tet3* pTet, const Point3* pSource, const Point3* pTarget);
     void pushVisibleFacets(Tet3* pTet, const Point3* pVtx);

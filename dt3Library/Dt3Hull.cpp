@@ -93,12 +93,17 @@ HullFacet Dt3::turnToHull(HullEdge edge)
 void Dt3::rememberNewHullEdges()
 {
     for (Tet3* pTet : vNewTets)
-        for (int i = 1; i < 4; ++i)
-            if (pTet->aOppTet[i] == nullptr)
-                for (int j = 0; j < 4; ++j)
-                    if (j != i)
-                        hullEdgeHints.remember(pTet->aVertexPointer[EDGE_SOURCE[i][j]],
-                                               pTet->aVertexPointer[EDGE_TARGET[i][j]], pTet);
+        for (int ici = 1; ici < 4; ++ici)
+            if (pTet->aOppTet[ici] == nullptr)
+                rememberEdges({pTet, ici});
+}
+
+void Dt3::rememberEdges(HullFacet facet)
+{
+    for (int j = 0; j < 4; ++j)
+        if (j != facet.ici)
+            hullEdgeHints.remember(facet.pTet->aVertexPointer[EDGE_SOURCE[facet.ici][j]],
+                                   facet.pTet->aVertexPointer[EDGE_TARGET[facet.ici][j]], facet.pTet);
 }
 
 bool Dt3::isNewEdge(const Tet3* pTet, const Point3* pSource, const Point3* pTarget)

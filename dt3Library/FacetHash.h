@@ -1,4 +1,5 @@
-// FacetHash pairs the facets of the tetrahedra that an insertion builds around its new vertex.
+// FacetHash pairs the facets of the tetrahedra that an insertion builds around its new vertex, if they are
+// too many for EdgeMatrix. It also tells which hull edges have been met.
 //
 // Such a facet contains the new vertex and one edge of the cavity's surface, so the edge identifies it;
 // exactly the two tetrahedra on the two triangles at that edge have it in common. A slot keeps the sum of the
@@ -7,8 +8,7 @@
 // is null.
 //
 // Open addressing with linear probing. A slot counts only if it carries the stamp of the current insertion,
-// so that starting anew costs nothing; the table is sized for the current insertion and stays in the
-// first-level cache.
+// so that starting anew costs nothing; the table is sized for the current insertion, to stay in a cache.
 #pragma once
 
 #include "nalo_tools/ScratchList.h"
@@ -104,7 +104,7 @@ private:
     std::size_t findSlot(std::uintptr_t low, std::uintptr_t high) const
     {
         std::size_t index = hashEdge(low, high) & m_mask;
-        // A slot of another edge: one condition, and nearly always false.
+        // A slot of another edge: one condition, and seldom true.
         while ((((m_vSlots[index].low ^ low) | (m_vSlots[index].high ^ high)) &
                 getMaskIfUsed(m_vSlots[index])) != 0)
             index = (index + 1) & m_mask;
