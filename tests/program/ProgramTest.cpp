@@ -71,13 +71,16 @@ TEST_F(Program, PrintsTheSummaryAndNothingElse)
     EXPECT_EQ(summary["vertices"], 11533);
 }
 
+/// Triangulates a grid of 3 x 3 x 3, each point twice; options may follow.
+const std::string triangulateGrid =
+    "{ vorn3d generate --shape grid -n 27 -o -; vorn3d generate --shape grid -n 27 -o -; } |"
+    " vorn3d triangulate -";
+
 TEST_F(Program, CountsTheMesh)
 {
-    // A grid of 3 x 3 x 3, each point twice. All but the middle one are on the hull, and a closed surface of
+    // All points but the middle one are on the hull, and a closed surface of
     // 26 vertices has 2 * 26 - 4 triangles. Each of the 8 cells holds 5 or 6 tetrahedra.
-    const Outcome outcome =
-        run("{ vorn3d generate --shape grid -n 27 -o -; vorn3d generate --shape grid -n 27 -o -; } |"
-            " vorn3d triangulate -");
+    const Outcome outcome = run(triangulateGrid);
     EXPECT_EQ(outcome.status, exitSuccess) << outcome.errors;
     auto summary = parseSummary(outcome.output);
     EXPECT_EQ(summary["points"], 54);
@@ -89,10 +92,8 @@ TEST_F(Program, CountsTheMesh)
 
 TEST_F(Program, MeasuresAndChecksTheMesh)
 {
-    // The grid of 3 x 3 x 3 again. Its tetrahedra have edges of 1, sqrt(2) and sqrt(3), or are regular.
-    const Outcome outcome =
-        run("{ vorn3d generate --shape grid -n 27 -o -; vorn3d generate --shape grid -n 27 -o -; } |"
-            " vorn3d triangulate - --stats --check --json");
+    // Its tetrahedra have edges of 1, sqrt(2) and sqrt(3), or are regular.
+    const Outcome outcome = run(triangulateGrid + " --stats --check --json");
     EXPECT_EQ(outcome.status, exitSuccess);
     EXPECT_EQ(outcome.errors, "");
     const auto report = nlohmann::json::parse(outcome.output);
