@@ -1,6 +1,6 @@
 #include "vorn3d/Vorn_3D.h"
 
-#include "Dt3.h"
+#include "kernel/Dt3.h"
 
 #include <cmath>
 #include <utility>

@@ -1,9 +1,9 @@
 // The exact number types against GMP, and the floating-point semantics that they rely on.
-#include "ExactSign.h"
-#include "Expansion.h"
-#include "FloatFilter.h"
-#include "NaloTest3.h"
-#include "WideInteger.h"
+#include "predicates/ExactSign.h"
+#include "predicates/Expansion.h"
+#include "predicates/FloatFilter.h"
+#include "predicates/NaloTest3.h"
+#include "predicates/WideInteger.h"
 
 #include <gtest/gtest.h>
 

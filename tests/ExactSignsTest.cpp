@@ -2,11 +2,11 @@
 //
 // The ordinary run takes a few ten thousand configurations. VORN3D_ORACLE_CONFIGURATIONS=10000000 in the
 // environment makes it a long one, which prints how many configurations each stage was the first to decide.
-#include "ExactKernels.h"
-#include "ExactSign.h"
-#include "NaloTest3.h"
-#include "NeighborFilter.h"
 #include "hostilePoints.h"
+#include "predicates/ExactKernels.h"
+#include "predicates/ExactSign.h"
+#include "predicates/NaloTest3.h"
+#include "predicates/NeighborFilter.h"
 #include "rationalSigns.h"
 
 #include <gtest/gtest.h>

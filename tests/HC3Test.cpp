@@ -1,5 +1,5 @@
 // The vertex store, against a naive model of it.
-#include "HC3.h"
+#include "vertexStore/HC3.h"
 
 #include "outcomes.h"
 #include "vorn3d/Bbox3.h"

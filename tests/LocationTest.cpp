@@ -1,5 +1,5 @@
 // The walk to a point: what its result says, and that it always ends.
-#include "Dt3.h"
+#include "kernel/Dt3.h"
 #include "outcomes.h"
 #include "vorn3d/Vorn_3D.h"
 

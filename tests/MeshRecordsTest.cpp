@@ -1,5 +1,5 @@
 // Tetrahedra, facets, edges and the turn around an edge.
-#include "HullEdgeHints.h"
+#include "kernel/HullEdgeHints.h"
 #include "nalo_tools/SimplePool.h"
 #include "outcomes.h"
 #include "vorn3d/Edge3.h"

@@ -1,7 +1,7 @@
 // The predicates' contract: sign conventions, special answers, texts, wrong use.
-#include "ExactKernels.h"
-#include "NaloTest3.h"
 #include "outcomes.h"
+#include "predicates/ExactKernels.h"
+#include "predicates/NaloTest3.h"
 #include "vorn3d/VornException.h"
 
 #include <array>

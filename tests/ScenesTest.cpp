@@ -1,8 +1,8 @@
 // Scene files: the writers, the palette, and the scene of a whole mesh.
 #include "OoglReader.h"
 #include "TemporaryDirectory.h"
-#include "Visualizer3.h"
 #include "outcomes.h"
+#include "scenes/Visualizer3.h"
 #include "vorn3d/Vorn_3D.h"
 
 #include <functional>

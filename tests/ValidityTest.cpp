@@ -1,8 +1,8 @@
 // The validity checker: sound meshes, and meshes with a fault made on purpose.
-#include "NaloTest3.h"
 #include "OoglReader.h"
 #include "TemporaryDirectory.h"
 #include "outcomes.h"
+#include "predicates/NaloTest3.h"
 #include "vorn3d/Vorn_3D.h"
 #include "vorn3d/testDataGenerators.h"
 

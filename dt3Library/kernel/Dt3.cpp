@@ -1,0 +1,222 @@
+// The driver: from an insertion call to a sequence of single vertices, and the start-up before there is a
+// mesh.
+#include "kernel/Dt3.h"
+
+#include "nalo_tools/assertion.h"
+#include "nalo_tools/log.h"
+#include "vertexStore/WalkStarts.h"
+
+#include <algorithm>
+#include <cmath>
+#include <iostream>
+#include <string>
+#include <utility>
+
+namespace VORN3D
+{
+
+namespace
+{
+
+constexpr int HILBERT_BITS = 27;
+
+// So many vertices are inserted from one call of the progress observer to the next.
+constexpr std::size_t OBSERVED_VERTICES = 4096;
+
+bool isFinite(const Point3& p)
+{
+    return std::isfinite(p.x()) && std::isfinite(p.y()) && std::isfinite(p.z());
+}
+
+void requireFinite(const Point3* pPoints, std::size_t numPoints)
+{
+    const Point3* pEnd = pPoints + numPoints;
+    const Point3* pBad = std::find_if_not(pPoints, pEnd, isFinite);
+    if (pBad == pEnd)
+        return;
+    logError("Dt3::insert()",
+             "the coordinates of point " + std::to_string(pBad - pPoints) + " are not finite");
+    VORN_ASSERT(isFinite(*pBad));
+}
+
+using Positions = std::vector<std::uint32_t>;
+
+// Recursive halving: the median of [first, last) goes to level k, the medians of its halves to level k + 1,
+// and so on; what remains at the last level goes there in order.
+void distribute(std::uint32_t first, std::uint32_t last, std::size_t k, std::vector<Positions>& vLevels)
+{
+    const std::size_t lastLevel = vLevels.size() - 1;
+    std::uint32_t num = last - first;
+    while (num > 1 && k < lastLevel) {
+        const std::uint32_t mid = first + num / 2;
+        vLevels[k].push_back(mid);
+        ++k;
+        distribute(first, mid, k, vLevels);
+        first = mid + 1;
+        num = last - first;
+    }
+    if (first == last)
+        return;
+    VORN_ASSERT_TEXT(num > 0, "num>0");
+    for (std::uint32_t position = first; position < last; ++position)
+        vLevels[k].push_back(position);
+}
+
+// The order of insertion of n vertices on a curve, from coarse to fine: each level is spread evenly over the
+// curve, the last one holds runs of about 16 consecutive vertices. Alternating the direction makes the end of
+// one level lie near the start of the next.
+Positions makeInsertionOrder(std::size_t n)
+{
+    VORN_ASSERT(n <= UINT32_MAX);
+    const auto numHalvings = static_cast<int>(std::ceil(std::log(double(n)) / std::log(2.0)));
+    std::vector<Positions> vLevels(static_cast<std::size_t>(std::max(numHalvings - 4, 0)) + 1);
+    distribute(0, static_cast<std::uint32_t>(n), 0, vLevels);
+    Positions vOrder;
+    vOrder.reserve(n);
+    for (std::size_t k = 0; k < vLevels.size(); ++k)
+        if (k % 2 == 0)
+            vOrder.insert(vOrder.end(), vLevels[k].rbegin(), vLevels[k].rend());
+        else
+            vOrder.insert(vOrder.end(), vLevels[k].begin(), vLevels[k].end());
+    return vOrder;
+}
+
+} // namespace
+
+Dt3::Dt3(Vorn_3D* pOwner) : hc(HILBERT_BITS), spannedFlat(predicates), pFacade(pOwner)
+{
+    tetPool.init(28, -1);
+}
+
+void Dt3::insert(std::vector<Point3>& vInputPoints, std::vector<Point3*>& vUserHandles)
+{
+    if (bVerbose)
+        std::cout << "Dt3::insert(vector,vector) has been called" << std::endl;
+    if (!vUserHandles.empty()) {
+        logWarning("Dt3::insert()", "vUserHandles is not empty as it should be");
+        vUserHandles.clear();
+    }
+    std::cout << "numPoints=" << vInputPoints.size() << std::endl;
+    if (vInputPoints.empty())
+        return;
+    requireFinite(vInputPoints.data(), vInputPoints.size());
+
+    const bool bSomeLeftOut = bFullDimensional && hc.getNumVertices() > numMeshVertices;
+    std::vector<Point3*> vNewVertices;
+    hc.insert(vInputPoints, vUserHandles, vNewVertices);
+    if (!bFullDimensional) {
+        startUp(vNewVertices);
+        return;
+    }
+    if (bSomeLeftOut)
+        vNewVertices = getUntriangulated(vUserHandles);
+    if (!vNewVertices.empty())
+        triangulate(vNewVertices, hc.findNearbyTet(*vNewVertices.front()));
+}
+
+Point3* Dt3::insert(Point3& p)
+{
+    requireFinite(&p, 1);
+    const std::size_t numBefore = hc.getNumVertices();
+    auto [pVtx, pLastTet] = hc.insert(&p);
+    if (bFullDimensional) {
+        if (pLastTet == nullptr)
+            pLastTet = hc.findNearbyTet(p);
+        VORN_ASSERT(!pLastTet->hasBeenVisited);
+        insertVertex(&pVtx, pLastTet);
+        return pVtx;
+    }
+    if (hc.getNumVertices() > numBefore)
+        spannedFlat.tryAdd(pVtx);
+    Tet3* pFirstTet = createInitialTet();
+    if (pFirstTet != nullptr && hc.getNumVertices() > 4) {
+        std::vector<Point3*> vNone;
+        triangulate(vNone, pFirstTet);
+    }
+    return pVtx;
+}
+
+void Dt3::triangulate(std::vector<Point3*>& vVertices, Tet3* pLastTet)
+{
+    if (pLastTet == nullptr)
+        goToHell("pLastTet==NULL in Dt3::triangulate");
+    if (vVertices.empty()) {
+        std::cout << "Attention: triangulate has got an empty vector" << std::endl;
+        return;
+    }
+    const Positions vOrder = makeInsertionOrder(vVertices.size());
+    WalkStarts walkStarts(vVertices, vOrder);
+    numWalkTests = 0;
+    for (std::size_t numDone = 0; numDone < vOrder.size(); ++numDone) {
+        if (numDone % OBSERVED_VERTICES == 0 && !isToGoOn(numDone, vOrder.size()))
+            return;
+        if (numDone % WalkStarts::SAMPLE_SIZE == 0)
+            walkStarts.judge(std::exchange(numWalkTests, 0));
+        Point3* pVtx = vVertices[vOrder[numDone]];
+        pLastTet = insertVertex(&pVtx, walkStarts.getStart(numDone, pLastTet));
+    }
+    isToGoOn(vOrder.size(), vOrder.size());
+}
+
+bool Dt3::isToGoOn(std::size_t numDone, std::size_t numTotal) const
+{
+    return !progressObserver || progressObserver(numDone, numTotal);
+}
+
+// The first batch that makes the triangulation three-dimensional brings in what earlier calls have stored.
+void Dt3::startUp(std::vector<Point3*>& vNewVertices)
+{
+    for (Point3* pVtx : vNewVertices)
+        spannedFlat.tryAdd(pVtx);
+    Tet3* pFirstTet = createInitialTet();
+    if (pFirstTet == nullptr)
+        return;
+    if (vNewVertices.size() != hc.getNumVertices()) {
+        vNewVertices.clear();
+        hc.getVertices(vNewVertices);
+    }
+    triangulate(vNewVertices, pFirstTet);
+}
+
+Tet3* Dt3::createInitialTet()
+{
+    VORN_ASSERT(!bFullDimensional);
+    if (!spannedFlat.isFullDimensional())
+        return nullptr;
+    std::vector<Point3*> vVertices;
+    hc.getVertices(vVertices);
+    AffineBasis first(predicates);
+    for (auto it = vVertices.begin(); it != vVertices.end() && !first.isFullDimensional(); ++it)
+        first.tryAdd(*it);
+
+    std::vector<Point3*> vCorners = first.getVertices();
+    const auto getOrientation = [&] {
+        return predicates.getOrientation3(vCorners[0], vCorners[1], vCorners[2], vCorners[3]);
+    };
+    if (getOrientation() == ORIENTATION3_NEGATIVE)
+        std::swap(vCorners[0], vCorners[1]);
+    const Orientation3 ori = getOrientation();
+    VORN_ASSERT_TEXT(ori == ORIENTATION3_POSITIVE, "ori==ORIENTATION3_POSITIVE");
+    bFullDimensional = true;
+    numMeshVertices = 4;
+    return createTet(vCorners[0], vCorners[1], vCorners[2], vCorners[3]);
+}
+
+// The vertices of a batch that are not in the mesh, in curve order: the new ones, and such as single
+// insertions had left out before the mesh was three-dimensional.
+std::vector<Point3*> Dt3::getUntriangulated(const std::vector<Point3*>& vUserHandles) const
+{
+    std::vector<Point3*> vWanted;
+    std::copy_if(vUserHandles.begin(), vUserHandles.end(), std::back_inserter(vWanted),
+                 [](const Point3* pVtx) { return pVtx->getOneTet() == nullptr; });
+    std::sort(vWanted.begin(), vWanted.end(), std::less<>());
+    std::vector<Point3*> vVertices;
+    hc.getVertices(vVertices);
+    const auto isUnwanted = [&](Point3* pVtx) {
+        return !std::binary_search(vWanted.begin(), vWanted.end(), pVtx, std::less<>());
+    };
+    vVertices.erase(std::remove_if(vVertices.begin(), vVertices.end(), isUnwanted), vVertices.end());
+    return vVertices;
+}
+
+} // namespace VORN3D

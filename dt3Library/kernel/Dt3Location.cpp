@@ -1,0 +1,180 @@
+// Point location: a visibility walk from tetrahedron to tetrahedron (O. Devillers, S. Pion, M. Teillaud,
+// Walking in a triangulation, 2002). In a Delaunay mesh every step lowers the power of the point with respect
+// to the current circumscribed sphere, so the walk cannot cycle; the watchdog is for broken meshes.
+#include "kernel/Dt3.h"
+
+#include "nalo_tools/assertion.h"
+#include "nalo_tools/log.h"
+#include "vorn3d/Iterators.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <iostream>
+
+namespace VORN3D
+{
+
+namespace
+{
+
+constexpr std::size_t MAX_WALK_TESTS = 10000;
+
+int getNextIndex(int ici)
+{
+    return (ici + 1) & 3;
+}
+
+// How many steps after `first`, cyclically, the first facet of a non-empty set comes.
+int getDistanceToFirst(FacetMask facets, int first)
+{
+    return __builtin_ctz((facets | facets << 4) >> first);
+}
+
+} // namespace
+
+Tet3* Dt3::findNearbyTet(const Point3& p) const
+{
+    return hc.findNearbyTet(p);
+}
+
+int Dt3::locateConflictTet(const Point3* pVtx, Tet3*& pStartTet) const
+{
+    std::size_t numTests = 0;
+    return walk(pVtx, pStartTet, MAX_WALK_TESTS, numTests);
+}
+
+int Dt3::locateInMesh(const Point3* pVtx, Tet3*& pStartTet, std::size_t& numTests) const
+{
+    return walk(pVtx, pStartTet, std::max(MAX_WALK_TESTS, 4 * getNumTets()), numTests);
+}
+
+// Adds to numTests the number of facets looked at, and gives up beyond maxTests.
+int Dt3::walk(const Point3* pVtx, Tet3*& pStartTet, std::size_t maxTests, std::size_t& numTests) const
+{
+    if (pStartTet == nullptr)
+        goToHell("locateConflictTet");
+
+    FacetMask untested = ALL_FACETS;
+    int first = 0;
+    for (const std::size_t endTests = numTests + maxTests; numTests < endTests;) {
+        const WalkStep step = lookAround(pVtx, pStartTet, untested, first);
+        if (step.bEnds)
+            return step.result;
+        const int crossed = (first + step.result) & 3;
+        Tet3* pNext = pStartTet->aOppTet[crossed];
+        if (pNext == nullptr)
+            return crossed;
+        // The facet just crossed needs no test: the point is on its inner side.
+        const int entered = pNext->getIndexOfNeighbor(pStartTet);
+        pStartTet = pNext;
+        untested = ALL_FACETS & ~(1u << entered);
+        first = getNextIndex(entered);
+        numTests += static_cast<std::size_t>(step.result) + 1;
+    }
+    // A random move, so that a caller that tries again starts elsewhere.
+    Tet3* pElsewhere = pStartTet->aOppTet[std::rand() % 4];
+    if (pElsewhere != nullptr)
+        pStartTet = pElsewhere;
+    std::cout << "watchDog: bad point" << std::endl;
+    return LOCATE_GAVE_UP;
+}
+
+// Finds the first untested facet, in cyclic order from `first`, that the point is beyond, if there is one.
+Dt3::WalkStep Dt3::lookAround(const Point3* pVtx, Tet3*& pTet, FacetMask untested, int first) const
+{
+    const CertainSides sides = getCertainSides<Lanes>(pTet->aVertexPointer, *pVtx);
+    if ((untested & ~(sides.inside | sides.beyond)) != 0)
+        return lookAroundExactly(pVtx, pTet, untested, first);
+    const FacetMask beyond = sides.beyond & untested;
+    if (beyond != 0)
+        return {false, getDistanceToFirst(beyond, first)};
+    checkStrictlyInside(pTet, pVtx);
+    return {true, LOCATED_INSIDE};
+}
+
+Dt3::WalkStep Dt3::lookAroundExactly(const Point3* pVtx, Tet3*& pTet, FacetMask untested, int first) const
+{
+    for (int distance = 0; distance < 4; ++distance) {
+        const int ici = (first + distance) & 3;
+        if ((untested >> ici & 1) == 0)
+            continue;
+        const Orientation3 side = predicates.getOrientation3(pTet, ici, pVtx);
+        if (side == ORIENTATION3_NEGATIVE)
+            return {false, distance};
+        if (side == ORIENTATION3_COPLANAR) {
+            const WalkStep verdict = judgeCoplanar(pVtx, pTet, ici);
+            if (verdict.bEnds)
+                return verdict;
+        }
+    }
+    checkStrictlyInside(pTet, pVtx);
+    return {true, LOCATED_INSIDE};
+}
+
+// The point lies in the plane of facet ici: it may be a corner, lie beyond another facet, in the facet or on
+// an edge.
+Dt3::WalkStep Dt3::judgeCoplanar(const Point3* pVtx, Tet3*& pTet, int ici) const
+{
+    if (pTet->hasVertex(*pVtx))
+        return {true, LOCATED_VERTEX};
+
+    int aNum[3] = {0, 0, 0};
+    int hullIndex = -1;
+    int opp2ICI = -1;
+    for (int k = 0; k < 4; ++k) {
+        const Orientation3 side = predicates.getOrientation3(pTet, k, pVtx);
+        ++aNum[side];
+        if (side != ORIENTATION3_COPLANAR)
+            continue;
+        if (pTet->aOppTet[k] == nullptr)
+            hullIndex = k;
+        if (k != ici)
+            opp2ICI = k;
+    }
+    const int numPositive = aNum[ORIENTATION3_POSITIVE];
+    const int numNegative = aNum[ORIENTATION3_NEGATIVE];
+    const int numCoplanar = aNum[ORIENTATION3_COPLANAR];
+    if (numNegative > 0)
+        return {false, 0};
+    if (numPositive == 3)
+        return {true, hullIndex >= 0 ? hullIndex : LOCATED_INSIDE};
+    VORN_ASSERT_TEXT(numPositive == 2, "numPositive==2");
+    VORN_ASSERT_TEXT(numCoplanar == 2, "numCoplanar==2");
+    VORN_ASSERT_TEXT(opp2ICI >= 0, "opp2ICI>=0");
+    return {true, circleEdgeToHull(pTet, ici, opp2ICI)};
+}
+
+// For a point on an edge: turns around the edge until a hull facet comes up, which is then the result and
+// pTet its tetrahedron. Back at the start the edge is an inner one, and pTet stays.
+int Dt3::circleEdgeToHull(Tet3*& pTet, int opp3, int opp2) const
+{
+    const TetAroundEdgeIterator start(Edge3(pTet, opp3, opp2));
+    TetAroundEdgeIterator it(start);
+    do {
+        if (it.nextIsNull()) {
+            pTet = *it;
+            const int outIndex = it.getOpp2Index();
+            VORN_ASSERT_TEXT(pTet != nullptr, "pStartTet!=0");
+            VORN_ASSERT_TEXT(pTet->getOppTet(outIndex) == nullptr, "pStartTet->getOppTet(outIndex)==0");
+            return outIndex;
+        }
+        ++it;
+    } while (it != start);
+    return LOCATED_INSIDE;
+}
+
+void Dt3::checkStrictlyInside(const Tet3* pTet, const Point3* pVtx) const
+{
+    static const char* const CONDITION[4] = {
+        "predicates.getOrientation3(pStartTet,0,pVtx)==ORIENTATION3_POSITIVE",
+        "predicates.getOrientation3(pStartTet,1,pVtx)==ORIENTATION3_POSITIVE",
+        "predicates.getOrientation3(pStartTet,2,pVtx)==ORIENTATION3_POSITIVE",
+        "predicates.getOrientation3(pStartTet,3,pVtx)==ORIENTATION3_POSITIVE"};
+    for (int i = 0; i < 4; ++i)
+        VORN_DEBUG_ASSERT_TEXT(predicates.getOrientation3(pTet, i, pVtx) == ORIENTATION3_POSITIVE,
+                               CONDITION[i]);
+    VORN_DEBUG_ASSERT_TEXT(predicates.sphereInclusionTest(pTet, pVtx) == SIC_INSIDE,
+                           "predicates.sphereInclusionTest(pStartTet,pVtx)==SIC_INSIDE");
+}
+
+} // namespace VORN3D

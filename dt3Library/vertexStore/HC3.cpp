@@ -1,0 +1,182 @@
+#include "vertexStore/HC3.h"
+
+#include "nalo_tools/assertion.h"
+
+#include <algorithm>
+#include <atomic>
+#include <cstdlib>
+#include <iostream>
+#include <iterator>
+#include <new>
+#include <numeric>
+
+namespace VORN3D
+{
+
+namespace
+{
+
+// The first batch of a process gets a tight margin, all later growth doubles the box.
+constexpr double FIRST_ENLARGEMENT = 0.1;
+constexpr double LATER_ENLARGEMENT = 1.0;
+
+double takeBatchEnlargement()
+{
+    static std::atomic<bool> bFirst{true};
+    return bFirst.exchange(false, std::memory_order_relaxed) ? FIRST_ENLARGEMENT : LATER_ENLARGEMENT;
+}
+
+// Sorts by the upper half of each number, keeping the order of equal ones: least significant digit first.
+void sortByUpperHalf(std::vector<std::uint64_t>& vNumbers)
+{
+    constexpr unsigned DIGIT_BITS = 11;
+    constexpr std::size_t NUM_DIGITS = std::size_t{1} << DIGIT_BITS;
+    std::vector<std::uint64_t> vSorted(vNumbers.size());
+    for (unsigned shift = 32; shift < 64; shift += DIGIT_BITS) {
+        const auto getDigit = [shift](std::uint64_t number) { return (number >> shift) & (NUM_DIGITS - 1); };
+        std::size_t aEnd[NUM_DIGITS + 1] = {};
+        for (const std::uint64_t number : vNumbers)
+            ++aEnd[getDigit(number) + 1];
+        std::partial_sum(std::begin(aEnd), std::end(aEnd), std::begin(aEnd));
+        for (const std::uint64_t number : vNumbers)
+            vSorted[aEnd[getDigit(number)]++] = number;
+        vNumbers.swap(vSorted);
+    }
+}
+
+} // namespace
+
+HC3::HC3(int numBitsWanted) : numBits(numBitsWanted)
+{
+    if (static_cast<unsigned>(numBits) > 32 || numBits % 3 != 0) {
+        std::cout << "HC3::HC3(..): invalid bitlength" << std::endl;
+        DEBUG_ASSERT(false);
+        std::exit(1);
+    }
+    vertexPool.init(4, -1);
+}
+
+std::uint32_t HC3::getHilbertIndex(const Point3& q) const
+{
+    VORN_ASSERT(bValid);
+    return grid.getKey(q, numBits);
+}
+
+void HC3::insert(const std::vector<Point3>& vInput, std::vector<Point3*>& vUserHandles,
+                 std::vector<Point3*>& vNewVertices)
+{
+    VORN_ASSERT(vUserHandles.empty());
+    if (Bbox3 grown = bbox; grown.add(vInput)) {
+        grown.enlargeBounds(takeBatchEnlargement());
+        takeOver(grown);
+    }
+
+    const std::vector<std::uint64_t> vHIndexIndexPair = getSortedKeyIndexPairs(vInput);
+    const std::size_t siz = vInput.size();
+    VORN_ASSERT_TEXT(vHIndexIndexPair.size() == siz, "vHIndexIndexPair.size()==siz");
+    vUserHandles.resize(siz, nullptr);
+    vNewVertices.reserve(vNewVertices.size() + siz);
+
+    for (std::size_t k = 0; k < siz; ++k) {
+        // In curve order the input is read all over the place; the next points are on their way meanwhile.
+        __builtin_prefetch(&vInput[static_cast<std::uint32_t>(vHIndexIndexPair[std::min(k + 16, siz - 1)])]);
+        const auto hIndex = static_cast<std::uint32_t>(vHIndexIndexPair[k] >> 32);
+        const auto i = static_cast<std::uint32_t>(vHIndexIndexPair[k]);
+        const auto [position, bNew] = store(hIndex, vInput[i]);
+        vUserHandles[i] = sIdxVtx[position].pVtx;
+        if (bNew)
+            vNewVertices.push_back(vUserHandles[i]);
+    }
+}
+
+std::pair<Point3*, Tet3*> HC3::insert(const Point3* p)
+{
+    if (Bbox3 grown = bbox; grown.add(*p)) {
+        grown.enlargeBounds(LATER_ENLARGEMENT);
+        takeOver(grown);
+    }
+    const CurveOrder::Position position = store(getHilbertIndex(*p), *p).position;
+    Point3* pVtx = sIdxVtx[position].pVtx;
+    if (pVtx->getOneTet() != nullptr || sIdxVtx.size() == 1)
+        return {pVtx, pVtx->getOneTet()};
+    const bool bFirst = position == sIdxVtx.getBegin();
+    const auto neighbor = bFirst ? sIdxVtx.getNext(position) : sIdxVtx.getPrevious(position);
+    return {pVtx, sIdxVtx[neighbor].pVtx->getOneTet()};
+}
+
+Tet3* HC3::findNearbyTet(const Point3& q) const
+{
+    if (sIdxVtx.empty())
+        return nullptr;
+    const auto getTetAt = [this](CurveOrder::Position position) {
+        const Point3* pVtx = sIdxVtx[position].pVtx;
+        VORN_ASSERT_TEXT(pVtx != nullptr, "pVtx!=0");
+        return pVtx->getOneTet();
+    };
+    const CurveOrder::Position start = sIdxVtx.findLowerBound({getHilbertIndex(q), nullptr});
+    for (auto position = start; !(position == sIdxVtx.getEnd()); position = sIdxVtx.getNext(position))
+        if (Tet3* pTet = getTetAt(position))
+            return pTet;
+    for (auto position = start; !(position == sIdxVtx.getBegin());) {
+        position = sIdxVtx.getPrevious(position);
+        if (Tet3* pTet = getTetAt(position))
+            return pTet;
+    }
+    return nullptr;
+}
+
+void HC3::getVertices(std::vector<Point3*>& out) const
+{
+    out.reserve(out.size() + sIdxVtx.size());
+    for (const IdxVtx& record : sIdxVtx.getAll())
+        out.push_back(record.pVtx);
+}
+
+void HC3::reindex()
+{
+    takeOver(bbox);
+}
+
+// Computes all keys anew; running out of memory changes nothing.
+void HC3::takeOver(const Bbox3& box)
+{
+    const HilbertGrid newGrid = {box.getMinX(),   box.getMinY(),   box.getMinZ(),
+                                 box.getRangeX(), box.getRangeY(), box.getRangeZ()};
+    std::vector<IdxVtx> vRecords = sIdxVtx.getAll();
+    for (IdxVtx& record : vRecords)
+        record.hIndex = newGrid.getKey(*record.pVtx, numBits);
+    std::sort(vRecords.begin(), vRecords.end());
+    sIdxVtx.assign(vRecords);
+    bbox = box;
+    grid = newGrid;
+    bValid = true;
+}
+
+// One pair a point, key in the upper and input index in the lower half, in ascending order.
+std::vector<std::uint64_t> HC3::getSortedKeyIndexPairs(const std::vector<Point3>& vInput) const
+{
+    VORN_ASSERT(vInput.size() <= UINT32_MAX);
+    std::vector<std::uint64_t> vPairs;
+    vPairs.reserve(vInput.size());
+    for (const Point3& p : vInput)
+        vPairs.push_back(std::uint64_t{getHilbertIndex(p)} << 32 | vPairs.size());
+    sortByUpperHalf(vPairs);
+    return vPairs;
+}
+
+// Puts p into the order, as a new vertex unless there is one with its coordinates.
+HC3::Stored HC3::store(std::uint32_t hIndex, const Point3& p)
+{
+    if (pSpareVertex == nullptr)
+        pSpareVertex = vertexPool.newElement();
+    new (pSpareVertex) Point3(p);
+    const IdxVtx record{hIndex, pSpareVertex};
+    const CurveOrder::Position position = sIdxVtx.findLowerBound(record);
+    if (!(position == sIdxVtx.getEnd()) && !(record < sIdxVtx[position]))
+        return {position, false};
+    const CurveOrder::Position inserted = sIdxVtx.insert(position, record);
+    pSpareVertex = nullptr;
+    return {inserted, true};
+}
+
+} // namespace VORN3D
