@@ -2,13 +2,12 @@
 
 #include "kernel/Dt3.h"
 
-#include <cmath>
 #include <utility>
 
 namespace VORN3D
 {
 
-Vorn_3D::Vorn_3D() : m_pDt(std::make_unique<Dt3>(this)) {}
+Vorn_3D::Vorn_3D() : m_pDt(std::make_unique<Dt3>()) {}
 
 Vorn_3D::~Vorn_3D() = default;
 
@@ -40,17 +39,7 @@ Tet3* Vorn_3D::locate(const Point3& p)
 
 Tet3* Vorn_3D::locate(const Point3& p, Tet3* pStart)
 {
-    if (!std::isfinite(p.x()) || !std::isfinite(p.y()) || !std::isfinite(p.z()))
-        return nullptr;
-    const Point3 query(p);
-    // Records of removed tetrahedra stay, marked, until they hold others.
-    const bool bStartIsLive = pStart != nullptr && !pStart->hasBeenVisited;
-    Tet3* pTet = bStartIsLive ? pStart : m_pDt->findNearbyTet(query);
-    if (pTet == nullptr)
-        return nullptr;
-    std::size_t numTests = 0;
-    const int result = m_pDt->locateInMesh(&query, pTet, numTests);
-    return result == Dt3::LOCATED_INSIDE || result == Dt3::LOCATED_VERTEX ? pTet : nullptr;
+    return m_pDt->locate(p, pStart);
 }
 
 void Vorn_3D::getVertices(std::vector<Point3*>& vVertices) const

@@ -23,8 +23,8 @@ protected:
     Point3 m_aCorner[4] = {Point3(0, 0, 0), Point3(1, 0, 0), Point3(0, 1, 0), Point3(0, 0, 1)};
     Tet3 m_tet;
     Tet3* m_pWhere = nullptr;
-    Vorn_3D m_owner;
-    const Dt3 m_dt{&m_owner};
+
+    const Dt3 m_dt;
 };
 
 TEST_F(LocationTest, TellsInsideCornerAndHullFacet)

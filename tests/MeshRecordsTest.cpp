@@ -1,5 +1,4 @@
 // Tetrahedra, facets, edges and the turn around an edge.
-#include "kernel/HullEdgeHints.h"
 #include "nalo_tools/SimplePool.h"
 #include "outcomes.h"
 #include "vorn3d/Edge3.h"
@@ -50,34 +49,6 @@ private:
 };
 
 // A hint must not lead anywhere but to a live hull facet at the edge.
-TEST_F(TetrahedronTest, HullEdgeHintsAreCheckedBeforeUse)
-{
-    const Point3 *p = &aPoint[1], *q = &aPoint[2], *pBeside = &aPoint[3];
-    const HullFacet known{pTet, 3};
-    HullEdgeHints hints;
-    EXPECT_EQ(hints.findOther(p, q, known).pTet, nullptr);
-    hints.remember(p, q, pNeighbor);
-    hints.remember(q, p, pTet);
-    EXPECT_EQ(hints.findOther(p, pBeside, known).pTet, nullptr);
-
-    // Not linked, each tetrahedron has two hull facets at the edge, opposite the corners not on it.
-    EXPECT_EQ(hints.findOther(p, q, known).pTet, pTet);
-    EXPECT_EQ(hints.findOther(p, q, known).ici, 0);
-    pTet->setOppTet(0, pNeighbor);
-    pNeighbor->setOppTet(1, pTet);
-    EXPECT_EQ(hints.findOther(q, p, known).pTet, pNeighbor);
-    EXPECT_EQ(hints.findOther(q, p, known).ici, 3);
-
-    // No longer on the hull; dead; made of other vertices.
-    pNeighbor->setOppTet(3, pTet);
-    EXPECT_EQ(hints.findOther(p, q, known).pTet, nullptr);
-    pNeighbor->setOppTet(3, nullptr);
-    pNeighbor->hasBeenVisited = true;
-    EXPECT_EQ(hints.findOther(p, q, known).pTet, nullptr);
-    pNeighbor->setProperties(&aPoint[0], &aPoint[4], &aPoint[2], &aPoint[3]);
-    EXPECT_EQ(hints.findOther(p, q, known).pTet, nullptr);
-}
-
 int getID(const Tet3* pTet)
 {
     const std::string text = textOf(*pTet);

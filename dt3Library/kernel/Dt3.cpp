@@ -4,6 +4,7 @@
 
 #include "nalo_tools/assertion.h"
 #include "nalo_tools/log.h"
+#include "values/isFinite.h"
 #include "vertexStore/WalkStarts.h"
 
 #include <algorithm>
@@ -22,11 +23,6 @@ constexpr int HILBERT_BITS = 27;
 
 // So many vertices are inserted from one call of the progress observer to the next.
 constexpr std::size_t OBSERVED_VERTICES = 4096;
-
-bool isFinite(const Point3& p)
-{
-    return std::isfinite(p.x()) && std::isfinite(p.y()) && std::isfinite(p.z());
-}
 
 void requireFinite(const Point3* pPoints, std::size_t numPoints)
 {
@@ -83,10 +79,7 @@ Positions makeInsertionOrder(std::size_t n)
 
 } // namespace
 
-Dt3::Dt3(Vorn_3D* pOwner) : hc(HILBERT_BITS), spannedFlat(predicates), pFacade(pOwner)
-{
-    tetPool.init(28, -1);
-}
+Dt3::Dt3() : hc(HILBERT_BITS), spannedFlat(predicates) {}
 
 void Dt3::insert(std::vector<Point3>& vInputPoints, std::vector<Point3*>& vUserHandles)
 {
@@ -146,14 +139,16 @@ void Dt3::triangulate(std::vector<Point3*>& vVertices, Tet3* pLastTet)
     }
     const Positions vOrder = makeInsertionOrder(vVertices.size());
     WalkStarts walkStarts(vVertices, vOrder);
-    numWalkTests = 0;
+    std::size_t numWalkTests = 0;
     for (std::size_t numDone = 0; numDone < vOrder.size(); ++numDone) {
         if (numDone % OBSERVED_VERTICES == 0 && !isToGoOn(numDone, vOrder.size()))
             return;
         if (numDone % WalkStarts::SAMPLE_SIZE == 0)
             walkStarts.judge(std::exchange(numWalkTests, 0));
         Point3* pVtx = vVertices[vOrder[numDone]];
-        pLastTet = insertVertex(&pVtx, walkStarts.getStart(numDone, pLastTet));
+        const Insertion insertion = insertVertex(&pVtx, walkStarts.getStart(numDone, pLastTet));
+        pLastTet = insertion.pTet;
+        numWalkTests += insertion.numWalkTests;
     }
     isToGoOn(vOrder.size(), vOrder.size());
 }

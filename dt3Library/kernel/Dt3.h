@@ -8,22 +8,21 @@
 //   (2) every tetrahedron is positively oriented;
 //   (3) no vertex lies strictly inside the circumscribed sphere of a tetrahedron;
 //   (4) a vertex in the mesh points to a tetrahedron that has it as a corner, any other vertex to none;
-//   (5) `hasBeenVisited` is set exactly on the dead records, which wait in vDoomedTets and vReusableTets.
+//   (5) `hasBeenVisited` is set exactly on the dead records (TetStore.h).
 //
 // Sources: A. Bowyer, Computing Dirichlet tessellations, and D. Watson, Computing the n-dimensional Delaunay
 // tessellation, both Computer Journal 24 (1981); growth of the hull as beneath-beyond, F. Preparata and
 // M. Shamos, Computational Geometry, 1985.
 #pragma once
 
-#include "kernel/EdgeMatrix.h"
-#include "kernel/FacetHash.h"
+#include "kernel/ConflictTest.h"
+#include "kernel/EdgeSet.h"
 #include "kernel/HullEdgeHints.h"
-#include "kernel/TaggedTet.h"
+#include "kernel/Star.h"
+#include "kernel/TetStore.h"
 #include "nalo_tools/ScratchList.h"
-#include "nalo_tools/SimplePool.h"
 #include "predicates/AffineBasis.h"
 #include "predicates/NaloTest3.h"
-#include "predicates/NeighborFilter.h"
 #include "vertexStore/HC3.h"
 #include "vorn3d/Point3.h"
 #include "vorn3d/Tet3.h"
@@ -38,15 +37,13 @@
 namespace VORN3D
 {
 
-class Vorn_3D;
-
 class Dt3
 {
 public:
     /// What locateConflictTet() answers beside the index 0 to 3 of a hull facet.
     enum LocateResult { LOCATED_INSIDE = -1, LOCATED_VERTEX = -2, LOCATE_GAVE_UP = -99 };
 
-    explicit Dt3(Vorn_3D* pOwner);
+    Dt3();
     Dt3(const Dt3&) = delete;
     Dt3& operator=(const Dt3&) = delete;
 
@@ -84,15 +81,32 @@ public:
     ///   -99     the walk gave up.
     int locateConflictTet(const Point3* pVtx, Tet3*& pStartTet) const;
 
+    /// Where a walk has ended: `result` is as above.
+    struct Location
+    {
+        Tet3* pTet;
+        int result;
+        std::size_t numTests; // facets looked at
+    };
+
     /// The same, but gives up only where the mesh must be broken: a walk meets no tetrahedron of a Delaunay
-    /// mesh twice, however far it has to go. Adds the number of facets looked at to numTests.
-    int locateInMesh(const Point3* pVtx, Tet3*& pStartTet, std::size_t& numTests) const;
+    /// mesh twice, however far it has to go.
+    Location locateInMesh(const Point3* pVtx, Tet3* pStartTet) const;
+
+    /// The tetrahedron that contains p or has it as a vertex, see Vorn_3D::locate().
+    Tet3* locate(const Point3& p, Tet3* pStart) const;
 
     // --- Dt3Insertion.cpp and, for a vertex outside the hull, Dt3Hull.cpp: one vertex ---
 
-    /// Inserts *ppVtx and returns a tetrahedron incident to it. If the mesh has a vertex with its coordinates
-    /// already, *ppVtx is replaced by that one.
-    Tet3* insertVertex(Point3** ppVtx, Tet3* pStartTet);
+    struct Insertion
+    {
+        Tet3* pTet; // incident to the vertex, to start the next walk from
+        std::size_t numWalkTests;
+    };
+
+    /// Inserts *ppVtx. If the mesh has a vertex with its coordinates already, *ppVtx is replaced by that one.
+    /// Running out of memory changes nothing.
+    Insertion insertVertex(Point3** ppVtx, Tet3* pStartTet);
 
     /// A tetrahedron with these corners, from a dead record or the pool. A negative orientation is an error;
     /// a flat tetrahedron is reported and made.
@@ -123,43 +137,20 @@ public:
     bool checkValidity(const std::string& name, bool bCheckVisited, bool bCheckSphereInc) const;
 
 private:
-    // The neighbours of a doomed tetrahedron that are to be doomed too, the facets where the cavity ends, and
-    // those that the vertex is certainly on the inner side of.
-    struct Neighborhood
-    {
-        FacetMask inConflict;
-        FacetMask boundary;
-        FacetMask certainlyInside;
-    };
-
-    // A facet on which the new vertex gets a tetrahedron: one of a doomed tetrahedron or, if it is seen from
-    // outside, of one that stays. The new tetrahedron's neighbour there is the one beyond, null on the hull,
-    // or the one that stays.
-    class StarFacet
-    {
-    public:
-        StarFacet() = default;
-        StarFacet(const Tet3* pTet, int ici, bool bFromOutside, bool bOrientationCertain)
-            : m_tet(pTet, static_cast<unsigned>(ici) | unsigned{bFromOutside} << 2 |
-                              unsigned{bOrientationCertain} << 3)
-        {
-        }
-
-        Tet3* getTet() const { return m_tet.getTet(); }
-        int getIndex() const { return static_cast<int>(m_tet.getTag() & 3); }
-        bool isFromOutside() const { return (m_tet.getTag() & 4) != 0; }
-        bool isOrientationCertain() const { return (m_tet.getTag() & 8) != 0; }
-
-    private:
-        TaggedTet m_tet;
-    };
-
     // An edge of the hull, from its two facets: opp3 and opp2 are the corners of pTet not on the edge.
     struct HullEdge
     {
         Tet3* pTet;
         int opp3;
         int opp2;
+    };
+
+    // A tetrahedron doomed by a vertex outside the hull, and the facets that the vertex is certainly on the
+    // inner side of.
+    struct DoomedTet
+    {
+        Tet3* pTet;
+        FacetMask certainlyInside;
     };
 
     // What a look at one tetrahedron means for the walk: it ends with a result of locateConflictTet(), or
@@ -177,7 +168,7 @@ private:
     void startUp(std::vector<Point3*>& vNewVertices);
     std::vector<Point3*> getUntriangulated(const std::vector<Point3*>& vUserHandles) const;
 
-    int walk(const Point3* pVtx, Tet3*& pStartTet, std::size_t maxTests, std::size_t& numTests) const;
+    Location walk(const Point3* pVtx, Tet3* pStartTet, std::size_t maxTests) const;
     WalkStep lookAround(const Point3* pVtx, Tet3*& pTet, FacetMask untested, int first) const;
     WalkStep lookAroundExactly(const Point3* pVtx, Tet3*& pTet, FacetMask untested, int first) const;
     WalkStep judgeCoplanar(const Point3* pVtx, Tet3*& pTet, int ici) const;
@@ -187,40 +178,22 @@ private:
     Tet3* adoptExistingVertex(Point3** ppVtx, Tet3* pTet) const;
     void findCavityInside(const Point3* pVtx, Tet3* pTet);
     Tet3* fillCavity(Point3* pVtx, bool bInside);
-    void startInsertion();
-    void abandonInsertion();
-    void doom(Tet3* pTet);
-    bool isInConflict(const Tet3* pTet, const Point3* pVtx) const;
-    static void prefetchLinks(const Tet3* pTet);
     static void prefetchNeighbors(const Tet3* pTet);
-    Neighborhood judgeNeighborhood(const Tet3* pDoomed, const Point3* pVtx) const;
     void growFrom(Tet3* pDoomed, const Point3* pVtx);
-    void growConflictRegionOutside(const Point3* pVtx);
-    bool isStarModerate() const;
-    void makeRoomForStar();
-    template <class Edges>
-    std::size_t joinToStar(Point3* pVtx, Edges& edges);
-    template <class Edges>
-    void buildStar(Point3* pVtx, Edges& edges);
-    static void linkBeyond(Tet3* pNewTet, StarFacet facet);
-    template <class Edges>
-    std::size_t linkStar(Edges& edges);
-    Tet3* takeRecord();
-    void takeRecords();
-    void checkOrientation(const Point3* a, const Point3* b, const Point3* c, const Point3* d) const;
 
-    void findCavityOutside(const Point3* pVtx, Tet3* pCurTet, int opp3ICI);
-    void gatherSeenTets(const Point3* pVtx, Tet3* pTet, int ici);
+    void findCavityOutside(const Point3* pVtx, HullFacet facet);
+    void gatherSeenTets(const Point3* pVtx, HullFacet facet);
+    void addSeenFacet(HullFacet facet);
+    static EdgeKey getEdgeKey(HullFacet facet, int j);
     HullFacet turnToHull(HullEdge edge);
+    void growConflictRegionOutside(const Point3* pVtx);
+    void doomOutside(Tet3* pTet);
+    void pushVisibleFacets(Tet3* pTet, const Point3* pVtx);
+    void pushCavityFacets(const DoomedTet& doomed, const Point3* pVtx);
     void rememberNewHullEdges();
     void rememberEdges(HullFacet facet);
-    void addSeenFacet(Tet3* pTet, int ici);
-    bool isNewEdge(const Tet3* pTet, const Point3* pSource, const Point3* pTarget);
-    void pushVisibleFacets(Tet3* pTet, const Point3* pVtx);
-    void pushCavityFacetsOutside(Tet3* pDoomed, const Point3* pVtx);
 
     void followLinks(std::vector<Tet3*>& vTet) const;
-    std::size_t getNumTets() const;
     Tet3* findLiveTet() const;
 
     bool areAllFlawless(const std::vector<Tet3*>& vTets, bool bCheckSphereInc) const;
@@ -231,35 +204,25 @@ private:
     bool checkNegativeSide(const Tet3* pTet, int ici, const Point3* pFarVtx, const std::string& name) const;
     bool checkEmptySphere(const Tet3* pTet, const Point3* pFarVtx) const;
 
-    SimplePool<Tet3> tetPool;
-    ScratchList<Tet3*> vDoomedTets;
-    ScratchList<Tet3*> vReusableTets;
-    EdgeMatrix edgeMatrix;
-    FacetHash facetHash;
     NaloTest3 predicates;
-    const NeighborFilter judgeNeighbors = chooseNeighborFilter();
-    bool bFullDimensional = false;
+    const ConflictTest conflictTest{predicates};
     HC3 hc;
-    AffineBasis spannedFlat;
-    Vorn_3D* pFacade;
+    TetStore tets;
+    std::size_t numMeshVertices = 0;
+    bool bFullDimensional = false;
+    AffineBasis spannedFlat; // of the stored vertices, while they are coplanar
     bool bVerbose = false;
     ProgressObserver progressObserver;
-    std::size_t numMeshVertices = 0;
-    std::size_t numWalkTests = 0;
+    HullEdgeHints hullEdgeHints;
 
     // Scratch of the current insertion, kept to save its memory.
-    std::size_t numLeftOverTets = 0;
+    Star star;
     ScratchList<Tet3*> vStack; // doomed, but neighbours not looked at
-    ScratchList<StarFacet> vStar;
-    std::size_t numVisibleFacets = 0;
-    ScratchList<Tet3*> vNewTets;
-    ScratchList<std::uint32_t>
-        vSlots; // where the partners at facets 1 to 3 of each new tetrahedron are found
-    std::vector<Tet3*> vSeenTets;
+    ScratchList<Tet3*> vSeenTets;
     ScratchList<HullEdge> vHullEdges;
-    FacetHash horizonEdges;
-    HullEdgeHints hullEdgeHints;
-    std::size_t numHorizonEdges = 0;
+    EdgeSet horizon; // edges of the hull facets seen
+    ScratchList<DoomedTet> vDoomedOutside;
+    ScratchList<std::uint32_t> vUnexplored; // indices of those whose neighbours were not looked at
 };
 
 } // namespace VORN3D

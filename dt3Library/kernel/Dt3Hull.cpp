@@ -16,53 +16,67 @@
 namespace VORN3D
 {
 
-void Dt3::findCavityOutside(const Point3* pVtx, Tet3* pCurTet, int opp3ICI)
+void Dt3::findCavityOutside(const Point3* pVtx, HullFacet facet)
 {
-    VORN_ASSERT_TEXT(pCurTet != nullptr, "pCurTet!=0");
-    VORN_ASSERT_TEXT(opp3ICI > -1, "opp3ICI>-1");
-    gatherSeenTets(pVtx, pCurTet, opp3ICI);
+    VORN_ASSERT_TEXT(facet.pTet != nullptr, "pCurTet!=0");
+    VORN_ASSERT_TEXT(facet.ici > -1, "opp3ICI>-1");
+    gatherSeenTets(pVtx, facet);
     growConflictRegionOutside(pVtx);
     for (Tet3* pTet : vSeenTets)
         if (!pTet->hasBeenVisited)
             pushVisibleFacets(pTet, pVtx);
-    numVisibleFacets = vStar.size();
-    for (std::size_t i = numLeftOverTets; i < vDoomedTets.size(); ++i)
-        pushCavityFacetsOutside(vDoomedTets[i], pVtx);
+    star.endVisibleFacets();
+    for (const DoomedTet& doomed : vDoomedOutside)
+        pushCavityFacets(doomed, pVtx);
 }
 
-// Fills vSeenTets with the tetrahedra of the hull facets that the vertex sees, each once, starting with pTet,
-// whose facet ici the vertex is beyond or in. Growth is from facet to facet: a tetrahedron may have several
+// Fills vSeenTets with the tetrahedra of the hull facets that the vertex sees, each once, starting with that
+// of a facet that the vertex is beyond or in. Growth is from facet to facet: a tetrahedron may have several
 // that are seen. A vertex in a facet is not beyond any.
-void Dt3::gatherSeenTets(const Point3* pVtx, Tet3* pTet, int ici)
+void Dt3::gatherSeenTets(const Point3* pVtx, HullFacet facet)
 {
-    if (predicates.getOrientation3(pTet, ici, pVtx) != ORIENTATION3_NEGATIVE) {
-        vSeenTets.push_back(pTet);
+    vSeenTets.clear();
+    if (predicates.getOrientation3(facet.pTet, facet.ici, pVtx) != ORIENTATION3_NEGATIVE) {
+        vSeenTets.append(facet.pTet);
         return;
     }
+    // While tetrahedra are gathered, the visited mark tells which are.
+    const auto unmark = [this] {
+        for (Tet3* pSeen : vSeenTets)
+            pSeen->hasBeenVisited = false;
+    };
     vHullEdges.clear();
-    horizonEdges.start(0);
-    numHorizonEdges = 0;
-    addSeenFacet(pTet, ici);
-    while (!vHullEdges.empty()) {
-        const HullFacet beyond = turnToHull(vHullEdges.takeLast());
-        if (predicates.getOrientation3(beyond.pTet, beyond.ici, pVtx) == ORIENTATION3_NEGATIVE)
-            addSeenFacet(beyond.pTet, beyond.ici);
+    horizon.clear();
+    try {
+        addSeenFacet(facet);
+        while (!vHullEdges.empty()) {
+            const HullFacet beyond = turnToHull(vHullEdges.takeLast());
+            if (predicates.getOrientation3(beyond.pTet, beyond.ici, pVtx) == ORIENTATION3_NEGATIVE)
+                addSeenFacet(beyond);
+        }
+    } catch (...) {
+        unmark();
+        throw;
     }
-    for (Tet3* pSeen : vSeenTets)
-        pSeen->hasBeenVisited = false;
+    unmark();
 }
 
-// While tetrahedra are gathered, the visited mark tells which are.
-void Dt3::addSeenFacet(Tet3* pTet, int ici)
+void Dt3::addSeenFacet(HullFacet facet)
 {
-    if (!pTet->hasBeenVisited) {
-        vSeenTets.push_back(pTet);
-        pTet->hasBeenVisited = true;
+    if (!facet.pTet->hasBeenVisited) {
+        vSeenTets.append(facet.pTet);
+        facet.pTet->hasBeenVisited = true;
     }
     for (int j = 0; j < 4; ++j)
-        if (j != ici && isNewEdge(pTet, pTet->aVertexPointer[EDGE_SOURCE[ici][j]],
-                                  pTet->aVertexPointer[EDGE_TARGET[ici][j]]))
-            vHullEdges.append({pTet, ici, j});
+        if (j != facet.ici && horizon.insert(getEdgeKey(facet, j)))
+            vHullEdges.append({facet.pTet, facet.ici, j});
+}
+
+// The edge of a facet that does not contain corner j.
+EdgeKey Dt3::getEdgeKey(HullFacet facet, int j)
+{
+    return {facet.pTet->aVertexPointer[EDGE_SOURCE[facet.ici][j]],
+            facet.pTet->aVertexPointer[EDGE_TARGET[facet.ici][j]]};
 }
 
 // Turns around a hull edge from the hull facet opp3 to the other one. Each step crosses the facet opposite
@@ -70,12 +84,11 @@ void Dt3::addSeenFacet(Tet3* pTet, int ici)
 HullFacet Dt3::turnToHull(HullEdge edge)
 {
     const HullFacet start{edge.pTet, edge.opp3};
-    const Point3* pSource = edge.pTet->aVertexPointer[EDGE_SOURCE[edge.opp3][edge.opp2]];
-    const Point3* pTarget = edge.pTet->aVertexPointer[EDGE_TARGET[edge.opp3][edge.opp2]];
+    const EdgeKey key = getEdgeKey(start, edge.opp2);
     int numSteps = 0;
     while (Tet3* pNext = edge.pTet->aOppTet[edge.opp2]) {
         if (++numSteps == LONG_TURN) {
-            const HullFacet end = hullEdgeHints.findOther(pSource, pTarget, start);
+            const HullFacet end = hullEdgeHints.findOther(key, start);
             if (end.pTet != nullptr)
                 return end;
         }
@@ -85,14 +98,66 @@ HullFacet Dt3::turnToHull(HullEdge edge)
     }
     if (numSteps >= LONG_TURN)
         for (Tet3* pTet : {start.pTet, edge.pTet})
-            hullEdgeHints.remember(pSource, pTarget, pTet);
+            hullEdgeHints.remember(key, pTet);
     return {edge.pTet, edge.opp2};
+}
+
+// The conflict region, from the seen tetrahedra in it. What the growth finds certain of a doomed
+// tetrahedron's facets is kept beside it: to ask again is to ask exactly.
+void Dt3::growConflictRegionOutside(const Point3* pVtx)
+{
+    vDoomedOutside.clear();
+    vUnexplored.clear();
+    for (Tet3* pTet : vSeenTets)
+        if (conflictTest.isInConflict(pTet, pVtx))
+            doomOutside(pTet);
+    while (!vUnexplored.empty()) {
+        const std::uint32_t index = vUnexplored.takeLast();
+        Tet3* pDoomed = vDoomedOutside[index].pTet;
+        const Neighborhood around = conflictTest.judgeNeighborhood(pDoomed, pVtx);
+        vDoomedOutside[index].certainlyInside = around.certainlyInside;
+        for (int i = 0; i < 4; ++i)
+            if ((around.inConflict >> i & 1) != 0)
+                doomOutside(pDoomed->aOppTet[i]);
+    }
+}
+
+void Dt3::doomOutside(Tet3* pTet)
+{
+    vUnexplored.append(static_cast<std::uint32_t>(vDoomedOutside.size()));
+    vDoomedOutside.append({pTet, 0});
+    tets.doom(pTet);
+}
+
+// Facets in a plane with the vertex are not built on.
+void Dt3::pushVisibleFacets(Tet3* pTet, const Point3* pVtx)
+{
+    for (int i = 0; i < 4; ++i)
+        if (pTet->aOppTet[i] == nullptr && predicates.getOrientation3(pTet, i, pVtx) == ORIENTATION3_NEGATIVE)
+            star.getFacets().append({pTet, i, true, true});
+}
+
+// A facet of the cavity on the hull is built on if the vertex is on its inner side; the others all have it
+// there.
+void Dt3::pushCavityFacets(const DoomedTet& doomed, const Point3* pVtx)
+{
+    for (int i = 0; i < 4; ++i) {
+        const Tet3* pBeyond = doomed.pTet->aOppTet[i];
+        const bool bCertainlyInside = (doomed.certainlyInside >> i & 1) != 0;
+        const bool bOnHull = pBeyond == nullptr;
+        const bool bBoundary =
+            bOnHull ? bCertainlyInside ||
+                          predicates.getOrientation3(doomed.pTet, i, pVtx) == ORIENTATION3_POSITIVE
+                    : !pBeyond->hasBeenVisited;
+        if (bBoundary)
+            star.getFacets().append({doomed.pTet, i, false, bCertainlyInside || bOnHull});
+    }
 }
 
 // To be called when the new tetrahedra are linked.
 void Dt3::rememberNewHullEdges()
 {
-    for (Tet3* pTet : vNewTets)
+    for (Tet3* pTet : star.getTets())
         for (int ici = 1; ici < 4; ++ici)
             if (pTet->aOppTet[ici] == nullptr)
                 rememberEdges({pTet, ici});
@@ -102,34 +167,7 @@ void Dt3::rememberEdges(HullFacet facet)
 {
     for (int j = 0; j < 4; ++j)
         if (j != facet.ici)
-            hullEdgeHints.remember(facet.pTet->aVertexPointer[EDGE_SOURCE[facet.ici][j]],
-                                   facet.pTet->aVertexPointer[EDGE_TARGET[facet.ici][j]], facet.pTet);
-}
-
-bool Dt3::isNewEdge(const Tet3* pTet, const Point3* pSource, const Point3* pTarget)
-{
-    horizonEdges.growFor(++numHorizonEdges);
-    return horizonEdges.takePartner(horizonEdges.matchFacet(pTet, pSource, pTarget), pTet) == nullptr;
-}
-
-// Facets in a plane with the vertex are not built on.
-void Dt3::pushVisibleFacets(Tet3* pTet, const Point3* pVtx)
-{
-    for (int i = 0; i < 4; ++i)
-        if (pTet->aOppTet[i] == nullptr && predicates.getOrientation3(pTet, i, pVtx) == ORIENTATION3_NEGATIVE)
-            vStar.append({pTet, i, true, true});
-}
-
-void Dt3::pushCavityFacetsOutside(Tet3* pDoomed, const Point3* pVtx)
-{
-    for (int i = 0; i < 4; ++i) {
-        Tet3* pBeyond = pDoomed->aOppTet[i];
-        const bool bBoundary = pBeyond == nullptr
-                                   ? predicates.getOrientation3(pDoomed, i, pVtx) == ORIENTATION3_POSITIVE
-                                   : !pBeyond->hasBeenVisited;
-        if (bBoundary)
-            vStar.append({pDoomed, i, false, pBeyond == nullptr});
-    }
+            hullEdgeHints.remember(getEdgeKey(facet, j), facet.pTet);
 }
 
 } // namespace VORN3D

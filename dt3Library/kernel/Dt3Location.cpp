@@ -5,6 +5,7 @@
 
 #include "nalo_tools/assertion.h"
 #include "nalo_tools/log.h"
+#include "values/isFinite.h"
 #include "vorn3d/Iterators.h"
 
 #include <algorithm>
@@ -39,44 +40,58 @@ Tet3* Dt3::findNearbyTet(const Point3& p) const
 
 int Dt3::locateConflictTet(const Point3* pVtx, Tet3*& pStartTet) const
 {
-    std::size_t numTests = 0;
-    return walk(pVtx, pStartTet, MAX_WALK_TESTS, numTests);
+    const Location location = walk(pVtx, pStartTet, MAX_WALK_TESTS);
+    pStartTet = location.pTet;
+    return location.result;
 }
 
-int Dt3::locateInMesh(const Point3* pVtx, Tet3*& pStartTet, std::size_t& numTests) const
+Dt3::Location Dt3::locateInMesh(const Point3* pVtx, Tet3* pStartTet) const
 {
-    return walk(pVtx, pStartTet, std::max(MAX_WALK_TESTS, 4 * getNumTets()), numTests);
+    return walk(pVtx, pStartTet, std::max(MAX_WALK_TESTS, 4 * tets.getNumTets()));
 }
 
-// Adds to numTests the number of facets looked at, and gives up beyond maxTests.
-int Dt3::walk(const Point3* pVtx, Tet3*& pStartTet, std::size_t maxTests, std::size_t& numTests) const
+Tet3* Dt3::locate(const Point3& p, Tet3* pStart) const
 {
-    if (pStartTet == nullptr)
+    if (!isFinite(p))
+        return nullptr;
+    // Records of removed tetrahedra stay, marked, until they hold others.
+    const bool bStartIsLive = pStart != nullptr && !pStart->hasBeenVisited;
+    Tet3* pNear = bStartIsLive ? pStart : findNearbyTet(p);
+    if (pNear == nullptr)
+        return nullptr;
+    const Point3 query(p);
+    const Location location = locateInMesh(&query, pNear);
+    return location.result == LOCATED_INSIDE || location.result == LOCATED_VERTEX ? location.pTet : nullptr;
+}
+
+// Gives up beyond maxTests.
+Dt3::Location Dt3::walk(const Point3* pVtx, Tet3* pTet, std::size_t maxTests) const
+{
+    if (pTet == nullptr)
         goToHell("locateConflictTet");
 
     FacetMask untested = ALL_FACETS;
     int first = 0;
-    for (const std::size_t endTests = numTests + maxTests; numTests < endTests;) {
-        const WalkStep step = lookAround(pVtx, pStartTet, untested, first);
+    std::size_t numTests = 0;
+    while (numTests < maxTests) {
+        const WalkStep step = lookAround(pVtx, pTet, untested, first);
         if (step.bEnds)
-            return step.result;
+            return {pTet, step.result, numTests};
         const int crossed = (first + step.result) & 3;
-        Tet3* pNext = pStartTet->aOppTet[crossed];
+        Tet3* pNext = pTet->aOppTet[crossed];
         if (pNext == nullptr)
-            return crossed;
+            return {pTet, crossed, numTests};
         // The facet just crossed needs no test: the point is on its inner side.
-        const int entered = pNext->getIndexOfNeighbor(pStartTet);
-        pStartTet = pNext;
+        const int entered = pNext->getIndexOfNeighbor(pTet);
+        pTet = pNext;
         untested = ALL_FACETS & ~(1u << entered);
         first = getNextIndex(entered);
         numTests += static_cast<std::size_t>(step.result) + 1;
     }
     // A random move, so that a caller that tries again starts elsewhere.
-    Tet3* pElsewhere = pStartTet->aOppTet[std::rand() % 4];
-    if (pElsewhere != nullptr)
-        pStartTet = pElsewhere;
+    Tet3* pElsewhere = pTet->aOppTet[std::rand() % 4];
     std::cout << "watchDog: bad point" << std::endl;
-    return LOCATE_GAVE_UP;
+    return {pElsewhere != nullptr ? pElsewhere : pTet, LOCATE_GAVE_UP, numTests};
 }
 
 // Finds the first untested facet, in cyclic order from `first`, that the point is beyond, if there is one.

@@ -42,9 +42,9 @@ void Dt3::getAllTetrahedra(std::vector<Tet3*>& vTet) const
     VORN_ASSERT_TEXT(vTet.empty(), "vTet.empty()");
     // The live records are those without the mark. If marks and lists disagree the mesh is damaged, and what
     // hangs together is found by following the links.
-    const std::size_t numLive = getNumTets();
+    const std::size_t numLive = tets.getNumTets();
     vTet.reserve(numLive);
-    tetPool.forEachElement([&vTet](Tet3* pTet) {
+    tets.forEachRecord([&vTet](Tet3* pTet) {
         if (!pTet->hasBeenVisited)
             vTet.push_back(pTet);
     });
@@ -72,12 +72,6 @@ void Dt3::getTetsAroundVertex(const Point3* pVtx, std::vector<Tet3*>& vTets) con
     flood(
         pVtx->getOneTet(), [pVtx](const Tet3* pTet, int k) { return pTet->getIntraTetIndex(pVtx) != k; },
         vTets);
-}
-
-// All records but the dead ones.
-std::size_t Dt3::getNumTets() const
-{
-    return tetPool.getNumElements() - vDoomedTets.size() - vReusableTets.size();
 }
 
 // The tetrahedron of the first vertex in curve order that has one without the mark.

@@ -1,5 +1,5 @@
 // FacetHash pairs the facets of the tetrahedra that an insertion builds around its new vertex, if they are
-// too many for EdgeMatrix. It also tells which hull edges have been met.
+// too many for EdgeMatrix.
 //
 // Such a facet contains the new vertex and one edge of the cavity's surface, so the edge identifies it;
 // exactly the two tetrahedra on the two triangles at that edge have it in common. A slot keeps the sum of the
@@ -11,6 +11,7 @@
 // so that starting anew costs nothing; the table is sized for the current insertion, to stay in a cache.
 #pragma once
 
+#include "kernel/EdgeKey.h"
 #include "nalo_tools/ScratchList.h"
 #include "vorn3d/Point3.h"
 #include "vorn3d/Tet3.h"
@@ -22,21 +23,12 @@
 namespace VORN3D
 {
 
-/// A hash of an edge by the addresses of its ends. Two odd factors without a common pattern spread addresses
-/// in regular distances.
-inline std::size_t hashEdge(std::uintptr_t low, std::uintptr_t high)
-{
-    const std::uint64_t hash = low * UINT64_C(0x9E3779B97F4A7C15) + high * UINT64_C(0xC2B2AE3D27D4EB4F);
-    return static_cast<std::size_t>(hash >> 40);
-}
-
 /// The tetrahedra that share a facet at the edge between two vertices.
 struct TwoTetStruct
 {
-    std::uintptr_t low;
-    std::uintptr_t high;
-    std::uintptr_t sumOfTets;
-    std::uint64_t stamp;
+    EdgeKey edge;
+    std::uintptr_t sumOfTets = 0;
+    std::uint64_t stamp = 0;
 };
 
 class FacetHash
@@ -55,17 +47,13 @@ public:
             m_vSlots.resize(m_mask + 1, TwoTetStruct{});
     }
 
-    /// Names the facet of pTet at the edge p, q. Returns its slot.
-    std::uint32_t matchFacet(const Tet3* pTet, const Point3* p, const Point3* q)
+    /// Names the facet of pTet at an edge. Returns its slot.
+    std::uint32_t matchFacet(const Tet3* pTet, const EdgeKey& edge)
     {
-        const auto u = reinterpret_cast<std::uintptr_t>(p);
-        const auto v = reinterpret_cast<std::uintptr_t>(q);
-        const std::uintptr_t low = u < v ? u : v;
-        const std::uintptr_t high = u < v ? v : u;
-        const std::size_t index = findSlot(low, high);
+        const std::size_t index = findSlot(edge);
         TwoTetStruct& slot = m_vSlots[index];
         const std::uintptr_t sumBefore = slot.sumOfTets & getMaskIfUsed(slot);
-        slot = {low, high, sumBefore + reinterpret_cast<std::uintptr_t>(pTet), m_stamp};
+        slot = {edge, sumBefore + reinterpret_cast<std::uintptr_t>(pTet), m_stamp};
         return static_cast<std::uint32_t>(index);
     }
 
@@ -85,27 +73,24 @@ public:
         void match(const Tet3* pTet, const Point3* a, const Point3* b, const Point3* c,
                    ScratchList<std::uint32_t>::Appender& slots)
         {
-            slots.append(m_edges.matchFacet(pTet, b, c));
-            slots.append(m_edges.matchFacet(pTet, c, a));
-            slots.append(m_edges.matchFacet(pTet, a, b));
+            slots.append(m_edges.matchFacet(pTet, {b, c}));
+            slots.append(m_edges.matchFacet(pTet, {c, a}));
+            slots.append(m_edges.matchFacet(pTet, {a, b}));
         }
 
     private:
         FacetHash& m_edges;
     };
 
-    /// Makes room for `numEdges` edges and keeps what has come; slots change.
-    void growFor(std::size_t numEdges);
-
 private:
     static constexpr std::size_t MIN_SLOTS = 128;
     static constexpr std::size_t SLOTS_PER_EDGE = 2;
 
-    std::size_t findSlot(std::uintptr_t low, std::uintptr_t high) const
+    std::size_t findSlot(const EdgeKey& edge) const
     {
-        std::size_t index = hashEdge(low, high) & m_mask;
+        std::size_t index = edge.getHash() & m_mask;
         // A slot of another edge: one condition, and seldom true.
-        while ((((m_vSlots[index].low ^ low) | (m_vSlots[index].high ^ high)) &
+        while ((((m_vSlots[index].edge.low ^ edge.low) | (m_vSlots[index].edge.high ^ edge.high)) &
                 getMaskIfUsed(m_vSlots[index])) != 0)
             index = (index + 1) & m_mask;
         return index;
@@ -113,9 +98,9 @@ private:
 
     // All bits set if the slot counts, none otherwise: whether it does is as good as random, so nothing
     // branches.
-    std::uint64_t getMaskIfUsed(const TwoTetStruct& slot) const
+    std::uintptr_t getMaskIfUsed(const TwoTetStruct& slot) const
     {
-        return std::uint64_t{0} - std::uint64_t{slot.stamp == m_stamp};
+        return std::uintptr_t{0} - std::uintptr_t{slot.stamp == m_stamp};
     }
 
     std::vector<TwoTetStruct> m_vSlots;

@@ -6,7 +6,7 @@
 // as their pool.
 #pragma once
 
-#include "vorn3d/Point3.h"
+#include "kernel/EdgeKey.h"
 #include "vorn3d/Tet3.h"
 
 #include <cstddef>
@@ -25,22 +25,20 @@ struct HullFacet
 class HullEdgeHints
 {
 public:
-    /// Takes note that pTet has a hull facet at the edge p, q.
-    void remember(const Point3* p, const Point3* q, Tet3* pTet);
+    /// Takes note that pTet has a hull facet at the edge.
+    void remember(const EdgeKey& edge, Tet3* pTet);
 
-    /// The hull facet at the edge p, q beside a known one; with null if it is not remembered.
-    HullFacet findOther(const Point3* p, const Point3* q, HullFacet known) const;
+    /// The hull facet at the edge beside a known one; with null if it is not remembered.
+    HullFacet findOther(const EdgeKey& edge, HullFacet known) const;
 
 private:
     struct Hint
     {
-        const Point3* apEnd[2];
-        Tet3* apTet[2];
+        EdgeKey edge;
+        Tet3* apTet[2] = {nullptr, nullptr};
     };
 
-    static Hint makeHint(const Point3* p, const Point3* q);
-    static bool haveSameEnds(const Hint& a, const Hint& b);
-    std::size_t getIndex(const Hint& hint) const;
+    std::size_t getIndex(const EdgeKey& edge) const { return edge.getHash() & (m_vHints.size() - 1); }
     void grow();
 
     // Each hint has one place, which others overwrite. Empty, or of a power of two's size.

@@ -128,6 +128,8 @@ public:
 
 private:
     friend class Dt3;
+    friend class ConflictTest;
+    friend class Star;
     friend VORN3D_EXPORT std::ostream& operator<<(std::ostream& os, const Tet3& tet);
 
     Tet3(const Tet3& other);
