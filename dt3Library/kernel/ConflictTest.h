@@ -15,9 +15,9 @@ namespace VORN3D
 /// What is to become of the neighbours of a doomed tetrahedron.
 struct Neighborhood
 {
-    FacetMask inConflict;       // beyond these facets: to be doomed too
-    FacetMask boundary;         // here the cavity ends
-    FacetMask certainlyInside;  // the vertex is on the inner side of these
+    FacetMask inConflict;      // beyond these facets: to be doomed too
+    FacetMask boundary;        // here the cavity ends
+    FacetMask certainlyInside; // the vertex is on the inner side of these
 };
 
 class ConflictTest
@@ -48,7 +48,8 @@ public:
             visited |= FacetMask{pNeighbor->hasBeenVisited} << i;
             // The corner that is not shared is what the sums of all corners differ by: nothing is searched.
             const auto corner = reinterpret_cast<std::uintptr_t>(pDoomed->aVertexPointer[i]);
-            apApex[i] = reinterpret_cast<const Point3*>(pNeighbor->getSumOfCorners() - (sumOfCorners - corner));
+            apApex[i] =
+                reinterpret_cast<const Point3*>(pNeighbor->getSumOfCorners() - (sumOfCorners - corner));
         }
         const NeighborVerdicts verdicts = filter(pDoomed->aVertexPointer, apApex, *pVtx);
         const FacetMask candidates = ALL_FACETS & ~(visited | onHull);

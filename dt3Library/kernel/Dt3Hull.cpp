@@ -145,10 +145,10 @@ void Dt3::pushCavityFacets(const DoomedTet& doomed, const Point3* pVtx)
         const Tet3* pBeyond = doomed.pTet->aOppTet[i];
         const bool bCertainlyInside = (doomed.certainlyInside >> i & 1) != 0;
         const bool bOnHull = pBeyond == nullptr;
-        const bool bBoundary =
-            bOnHull ? bCertainlyInside ||
-                          predicates.getOrientation3(doomed.pTet, i, pVtx) == ORIENTATION3_POSITIVE
-                    : !pBeyond->hasBeenVisited;
+        const bool bBoundary = bOnHull
+                                   ? bCertainlyInside || predicates.getOrientation3(doomed.pTet, i, pVtx) ==
+                                                             ORIENTATION3_POSITIVE
+                                   : !pBeyond->hasBeenVisited;
         if (bBoundary)
             star.getFacets().append({doomed.pTet, i, false, bCertainlyInside || bOnHull});
     }

@@ -76,14 +76,15 @@ Tet3* Dt3::fillCavity(Point3* pVtx, bool bInside)
         VORN_ASSERT_TEXT(numStoredTCS == 0, "numStoredTCS==0");
     }
     VORN_ASSERT_TEXT(!star.getTets().empty(), "pNewTet1!=0");
-    ScratchList<Tet3*>& vDoomed = tets.getDoomed();
-    for (std::size_t i = tets.getNumLeftOver(); i < vDoomed.size(); ++i)
-        vDoomed[i]->customIndex = -1;
+    Tet3* const* const pEnd = tets.getDoomed().end();
+    for (Tet3* const* ppDoomed = tets.getDoomed().begin() + tets.getNumLeftOver(); ppDoomed != pEnd;
+         ++ppDoomed)
+        (*ppDoomed)->customIndex = -1;
     return star.getLastTet();
 }
 
-// Memory is on its way while the sphere tests run: the records that a tetrahedron links to, which are tested if
-// it is doomed.
+// Memory is on its way while the sphere tests run: the records that a tetrahedron links to, which are tested
+// if it is doomed.
 inline void Dt3::prefetchNeighbors(const Tet3* pTet)
 {
     for (const Tet3* pNeighbor : pTet->aOppTet)

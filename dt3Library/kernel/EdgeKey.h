@@ -29,8 +29,7 @@ struct EdgeKey
     /// 32 well mixed bits. Two odd factors without a common pattern spread addresses in regular distances.
     std::size_t getHash() const
     {
-        const std::uint64_t hash =
-            low * UINT64_C(0x9E3779B97F4A7C15) + high * UINT64_C(0xC2B2AE3D27D4EB4F);
+        const std::uint64_t hash = low * UINT64_C(0x9E3779B97F4A7C15) + high * UINT64_C(0xC2B2AE3D27D4EB4F);
         return static_cast<std::size_t>(hash >> 32);
     }
 

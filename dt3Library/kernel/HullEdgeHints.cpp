@@ -9,8 +9,8 @@ namespace VORN3D
 namespace
 {
 
-// The index of a facet of pTet that is on the hull, contains the edge and is not the known one; -1 if there is
-// none. Dead records are marked as visited.
+// The index of a facet of pTet that is on the hull, contains the edge and is not the known one; -1 if there
+// is none. Dead records are marked as visited.
 int findHullFacet(const Tet3* pTet, const EdgeKey& edge, HullFacet known)
 {
     const Point3* p = edge.getLowEnd();
@@ -28,8 +28,8 @@ int findHullFacet(const Tet3* pTet, const EdgeKey& edge, HullFacet known)
 
 } // namespace
 
-// The latest hull facet at the edge comes first; the one remembered before stays beside it if it still is one,
-// for an edge of the hull has two.
+// The latest hull facet at the edge comes first; the one remembered before stays beside it if it still is
+// one, for an edge of the hull has two.
 void HullEdgeHints::remember(const EdgeKey& edge, Tet3* pTet)
 {
     if (4 * m_numUsed >= m_vHints.size())
@@ -59,7 +59,8 @@ HullFacet HullEdgeHints::findOther(const EdgeKey& edge, HullFacet known) const
     return {};
 }
 
-// Where two hints claim one place in the larger table, one is lost: a turn around its edge will find it again.
+// Where two hints claim one place in the larger table, one is lost: a turn around its edge will find it
+// again.
 void HullEdgeHints::grow()
 {
     std::vector<Hint> vOld(std::max<std::size_t>(2 * m_vHints.size(), 1024));

@@ -2,8 +2,8 @@
 //
 // The facets are listed first, in the order in which the cavity is found, which is that of the tetrahedra to
 // be made and so part of the result; those seen from outside the hull come before the others. Then room is
-// made, which may fail and changes nothing in the mesh; then the tetrahedra are made and linked, which cannot.
-// The lists keep their memory from one insertion to the next.
+// made, which may fail and changes nothing in the mesh; then the tetrahedra are made and linked, which
+// cannot. The lists keep their memory from one insertion to the next.
 #pragma once
 
 #include "kernel/EdgeMatrix.h"

@@ -16,8 +16,8 @@ public:
 
     /// The orientation is certain if the facet has been found to face the vertex.
     StarFacet(const Tet3* pTet, int ici, bool bFromOutside, bool bOrientationCertain)
-        : m_tet(pTet, static_cast<unsigned>(ici) | unsigned{bFromOutside} << 2 |
-                          unsigned{bOrientationCertain} << 3)
+        : m_tet(pTet,
+                static_cast<unsigned>(ici) | unsigned{bFromOutside} << 2 | unsigned{bOrientationCertain} << 3)
     {
     }
 

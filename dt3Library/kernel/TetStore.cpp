@@ -24,17 +24,21 @@ void TetStore::spareDoomed()
 
 void TetStore::takeRecords(std::size_t num, ScratchList<Tet3*>& vRecords)
 {
-    const std::size_t numBefore = vRecords.size();
+    const std::size_t numReused = std::min(num, m_vReusable.size());
+    const std::size_t numNew = num - numReused;
     vRecords.makeRoomFor(num);
     m_vReusable.makeRoomFor(num); // for what has to be given back
+    {
+        ScratchList<Tet3*>::Appender records(vRecords, numReused);
+        for (std::size_t i = 0; i < numReused; ++i)
+            records.append(m_vReusable.takeLast());
+    }
     try {
-        for (std::size_t i = 0; i < num; ++i)
-            vRecords.append(takeRecord());
+        for (std::size_t i = 0; i < numNew; ++i)
+            vRecords.append(m_pool.newElement());
     } catch (...) {
-        while (vRecords.size() > numBefore) {
-            m_vReusable.append(vRecords.takeLast());
-            m_vReusable.end()[-1]->hasBeenVisited = true;
-        }
+        for (; !vRecords.empty(); m_vReusable.append(vRecords.takeLast()))
+            vRecords.end()[-1]->hasBeenVisited = true;
         throw;
     }
 }

@@ -1,8 +1,8 @@
 // TetStore owns the records of the tetrahedra and knows which are dead.
 //
 // Records live in a pool and never move. A tetrahedron that an insertion removes is doomed; its record is
-// reused from the next insertion on, so that the tetrahedra of the cavity can be read while the star is built.
-// Two lists change roles from insertion to insertion: one takes the doomed, the other gives records.
+// reused from the next insertion on, so that the tetrahedra of the cavity can be read while the star is
+// built. Two lists change roles from insertion to insertion: one takes the doomed, the other gives records.
 // Between insertions `hasBeenVisited` is set exactly on the records in these two lists.
 #pragma once
 
@@ -40,7 +40,7 @@ public:
     /// A record, which is to be filled: a reusable one while there are any.
     Tet3* takeRecord();
 
-    /// Appends `num` of them. Running out of memory changes nothing.
+    /// Fills the empty list vRecords with `num` of them. Running out of memory leaves it empty.
     void takeRecords(std::size_t num, ScratchList<Tet3*>& vRecords);
 
     /// The number of live tetrahedra.
