@@ -1,5 +1,5 @@
-// One source for all benchmark programs: BENCH_MEASUREMENT (runWhole or runLoops, in BENCH_MEASUREMENT_HEADER) of
-// BENCH_LIBRARY (in BENCH_LIBRARY_HEADER).
+// One source for all benchmark programs: BENCH_MEASUREMENT (runWhole or runLoops, in
+// BENCH_MEASUREMENT_HEADER) of BENCH_LIBRARY (in BENCH_LIBRARY_HEADER).
 #include BENCH_LIBRARY_HEADER
 #include BENCH_MEASUREMENT_HEADER
 

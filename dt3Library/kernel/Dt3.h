@@ -6,9 +6,11 @@
 // True before and after every public call:
 //   (1) links are mutual, and linked facets have the same three vertices;
 //   (2) every tetrahedron is positively oriented;
-//   (3) no vertex lies strictly inside the circumscribed sphere of a tetrahedron;
-//   (4) a vertex in the mesh points to a tetrahedron that has it as a corner, any other vertex to none;
-//   (5) `hasBeenVisited` is set exactly on the dead records (TetStore.h).
+//   (3) no vertex lies strictly inside the circumscribed sphere of a tetrahedron. A vertex on it counts as
+//       outside, so that cospherical neighbours stay and no flat tetrahedron is made;
+//   (4) the tetrahedra fill the convex hull of the vertices in the mesh;
+//   (5) a vertex in the mesh points to a tetrahedron that has it as a corner, any other vertex to none;
+//   (6) `hasBeenVisited` is set exactly on the dead records (TetStore.h).
 //
 // Sources: A. Bowyer, Computing Dirichlet tessellations, and D. Watson, Computing the n-dimensional Delaunay
 // tessellation, both Computer Journal 24 (1981); growth of the hull as beneath-beyond, F. Preparata and

@@ -1,17 +1,10 @@
 // The spatial questions of the triangulation, answered exactly for any finite coordinates: on which side of a
 // triangle a point lies, and whether a point lies inside a tetrahedron's circumsphere.
 //
-// Both answers are signs of determinants. Stages of growing cost are asked in turn until one is certain:
-//
-// - filter (FloatFilter.h, inline): floating point, bound from the largest differences.
-// - lattice (ExactSign.cpp): the same value is exact when the points lie on a coarse lattice.
-// - permanent filter (ExactSign.cpp): floating point, bound from the permanent.
-// - integers (IntegerSign.cpp): of fixed width, when the points span less than 2^62 of a common unit.
-// - B, C, D or exact (ExactKernels.cpp): floating-point expansions.
-// - extended range (IntegerSign.cpp): long integers, wherever expansions could over- or underflow.
-//
-// Every stage is sound, so which one answers never changes an answer. docs/exactness.md has the bounds, their
-// derivations and the share of calls that each stage decides.
+// Both answers are signs of determinants. Stages of growing cost are asked in turn until one is certain: an
+// inline filter (FloatFilter.h) first, the others behind it. Every stage is sound, so which one answers never
+// changes an answer. docs/exactness.md has the stages, their bounds and derivations, and the share of calls
+// that each decides.
 //
 // All of it relies on IEEE doubles, each operation rounded once to nearest: compile with -ffp-contract=off.
 #pragma once

@@ -89,6 +89,8 @@ void HC3::insert(const std::vector<Point3>& vInput, std::vector<Point3*>& vUserH
     }
 }
 
+// A new vertex is not in the mesh yet; its neighbour on the curve, as a rule the one before it, is near in
+// space.
 std::pair<Point3*, Tet3*> HC3::insert(const Point3* p)
 {
     if (Bbox3 grown = bbox; grown.add(*p)) {
@@ -152,7 +154,9 @@ void HC3::takeOver(const Bbox3& box)
     bValid = true;
 }
 
-// One pair a point, key in the upper and input index in the lower half, in ascending order.
+// In the order of these pairs, points are stored by key and, within a key, as they came: so the first of
+// equal points makes the vertex. One pair a point, key in the upper and input index in the lower half, in
+// ascending order.
 std::vector<std::uint64_t> HC3::getSortedKeyIndexPairs(const std::vector<Point3>& vInput) const
 {
     VORN_ASSERT(vInput.size() <= UINT32_MAX);
@@ -164,7 +168,9 @@ std::vector<std::uint64_t> HC3::getSortedKeyIndexPairs(const std::vector<Point3>
     return vPairs;
 }
 
-// Puts p into the order, as a new vertex unless there is one with its coordinates.
+// Puts p into the order, as a new vertex unless there is one with its coordinates. The order compares
+// vertices, so that p becomes one to be looked up; if it is found to be a duplicate, its record waits for the
+// next point.
 HC3::Stored HC3::store(std::uint32_t hIndex, const Point3& p)
 {
     if (pSpareVertex == nullptr)
