@@ -91,8 +91,8 @@ public:
         std::size_t numTests; // facets looked at
     };
 
-    /// The same, but gives up only where the mesh must be broken: a walk meets no tetrahedron of a Delaunay
-    /// mesh twice, however far it has to go.
+    /// The same, but a walk that turns out long goes on from somewhere near in space, and it is given up only
+    /// where the mesh must be broken: a walk meets no tetrahedron of a Delaunay mesh twice.
     Location locateInMesh(const Point3* pVtx, Tet3* pStartTet) const;
 
     /// The tetrahedron that contains p or has it as a vertex, see Vorn_3D::locate().
@@ -170,7 +170,9 @@ private:
     void startUp(std::vector<Point3*>& vNewVertices);
     std::vector<Point3*> getUntriangulated(const std::vector<Point3*>& vUserHandles) const;
 
-    Location walk(const Point3* pVtx, Tet3* pStartTet, std::size_t maxTests) const;
+    Location walk(const Point3* pVtx, Tet3* pTet, std::size_t maxTests) const;
+    static Tet3* giveUp(Tet3* pTet);
+    Tet3* findNearerTet(const Point3& p, Tet3* pTet, std::size_t numLooks) const;
     WalkStep lookAround(const Point3* pVtx, Tet3*& pTet, FacetMask untested, int first) const;
     WalkStep lookAroundExactly(const Point3* pVtx, Tet3*& pTet, FacetMask untested, int first) const;
     WalkStep judgeCoplanar(const Point3* pVtx, Tet3*& pTet, int ici) const;
@@ -212,7 +214,8 @@ private:
     TetStore tets;
     std::size_t numMeshVertices = 0;
     bool bFullDimensional = false;
-    AffineBasis spannedFlat; // of the stored vertices, while they are coplanar
+    Tet3* pLatestTet = nullptr; // the one that the last insertion has answered
+    AffineBasis spannedFlat;    // of the stored vertices, while they are coplanar
     bool bVerbose = false;
     ProgressObserver progressObserver;
     HullEdgeHints hullEdgeHints;

@@ -40,11 +40,11 @@ Dt3::Insertion Dt3::insertVertex(Point3** ppVtx, Tet3* pStartTet)
         tets.spareDoomed();
         throw;
     }
-    Tet3* pRet = fillCavity(*ppVtx, bInside);
+    pLatestTet = fillCavity(*ppVtx, bInside);
     ++numMeshVertices;
     if (!bInside && star.getTets().size() > LARGE_STAR)
         rememberNewHullEdges();
-    return {pRet, location.numTests};
+    return {pLatestTet, location.numTests};
 }
 
 Tet3* Dt3::adoptExistingVertex(Point3** ppVtx, Tet3* pTet) const

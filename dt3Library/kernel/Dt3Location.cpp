@@ -6,9 +6,11 @@
 #include "nalo_tools/assertion.h"
 #include "nalo_tools/log.h"
 #include "values/isFinite.h"
+#include "values/squaredDistance.h"
 #include "vorn3d/Iterators.h"
 
 #include <algorithm>
+#include <cmath>
 #include <cstdlib>
 #include <iostream>
 
@@ -19,6 +21,13 @@ namespace
 {
 
 constexpr std::size_t MAX_WALK_TESTS = 10000;
+
+// A walk of so many tests, some 50 tetrahedra, is worth a look around for a nearer start; then one of
+// PATIENCE_GROWTH times as many, and so on. The number of vertices looked at is a fixed share of the tests
+// made, so that looking never costs more than walking did.
+constexpr std::size_t FIRST_PATIENCE = 100;
+constexpr std::size_t PATIENCE_GROWTH = 4;
+constexpr std::size_t TESTS_PER_LOOK = 4;
 
 int getNextIndex(int ici)
 {
@@ -41,13 +50,45 @@ Tet3* Dt3::findNearbyTet(const Point3& p) const
 int Dt3::locateConflictTet(const Point3* pVtx, Tet3*& pStartTet) const
 {
     const Location location = walk(pVtx, pStartTet, MAX_WALK_TESTS);
-    pStartTet = location.pTet;
+    pStartTet = location.result == LOCATE_GAVE_UP ? giveUp(location.pTet) : location.pTet;
     return location.result;
 }
 
+// Jump and walk, after E. Muecke, I. Saias, B. Zhu, Fast randomized point location without preprocessing in
+// two- and three-dimensional Delaunay triangulations, SoCG 1996; but the jump comes only when the walk turns
+// out long.
 Dt3::Location Dt3::locateInMesh(const Point3* pVtx, Tet3* pStartTet) const
 {
-    return walk(pVtx, pStartTet, std::max(MAX_WALK_TESTS, 4 * tets.getNumTets()));
+    const std::size_t maxTests = std::max(MAX_WALK_TESTS, 4 * tets.getNumTets());
+    Location location = walk(pVtx, pStartTet, FIRST_PATIENCE);
+    std::size_t patience = FIRST_PATIENCE;
+    while (location.result == LOCATE_GAVE_UP && location.numTests < maxTests) {
+        Tet3* pNearer = findNearerTet(*pVtx, location.pTet, patience / TESTS_PER_LOOK);
+        patience *= PATIENCE_GROWTH;
+        const std::size_t numTestsBefore = location.numTests;
+        location = walk(pVtx, pNearer, patience);
+        location.numTests += numTestsBefore;
+    }
+    if (location.result == LOCATE_GAVE_UP)
+        location.pTet = giveUp(location.pTet);
+    return location;
+}
+
+// A tetrahedron at the nearest to p of some vertices: those of pTet and of the last tetrahedron made,
+// numLooks on either side of p along the curve, and as many spread over all.
+Tet3* Dt3::findNearerTet(const Point3& p, Tet3* pTet, std::size_t numLooks) const
+{
+    Tet3* pNearest = pTet;
+    double least = HUGE_VAL;
+    for (Tet3* pCandidate : {pTet, pLatestTet})
+        if (pCandidate != nullptr)
+            for (const Point3* pCorner : pCandidate->aVertexPointer)
+                if (const double sqDistance = getSquaredDistance(p, *pCorner); sqDistance < least) {
+                    least = sqDistance;
+                    pNearest = pCandidate;
+                }
+    const Point3* pNearVtx = hc.findNearMeshVertex(p, numLooks);
+    return pNearVtx != nullptr && getSquaredDistance(p, *pNearVtx) < least ? pNearVtx->getOneTet() : pNearest;
 }
 
 Tet3* Dt3::locate(const Point3& p, Tet3* pStart) const
@@ -62,6 +103,14 @@ Tet3* Dt3::locate(const Point3& p, Tet3* pStart) const
     const Point3 query(p);
     const Location location = locateInMesh(&query, pNear);
     return location.result == LOCATED_INSIDE || location.result == LOCATED_VERTEX ? location.pTet : nullptr;
+}
+
+// Reports a walk without an end, and makes a random move, so that a caller that tries again starts elsewhere.
+Tet3* Dt3::giveUp(Tet3* pTet)
+{
+    std::cout << "watchDog: bad point" << std::endl;
+    Tet3* pElsewhere = pTet->aOppTet[std::rand() % 4];
+    return pElsewhere != nullptr ? pElsewhere : pTet;
 }
 
 // Gives up beyond maxTests.
@@ -88,10 +137,7 @@ Dt3::Location Dt3::walk(const Point3* pVtx, Tet3* pTet, std::size_t maxTests) co
         first = getNextIndex(entered);
         numTests += static_cast<std::size_t>(step.result) + 1;
     }
-    // A random move, so that a caller that tries again starts elsewhere.
-    Tet3* pElsewhere = pTet->aOppTet[std::rand() % 4];
-    std::cout << "watchDog: bad point" << std::endl;
-    return {pElsewhere != nullptr ? pElsewhere : pTet, LOCATE_GAVE_UP, numTests};
+    return {pTet, LOCATE_GAVE_UP, numTests};
 }
 
 // Finds the first untested facet, in cyclic order from `first`, that the point is beyond, if there is one.

@@ -54,6 +54,15 @@ public:
     /// The first record that is not less than `probe`.
     Position findLowerBound(const IdxVtx& probe) const;
 
+    /// Calls visit(const IdxVtx&) for up to `num` records spread evenly over the order.
+    template <typename Visitor>
+    void forEachOfSample(std::size_t num, Visitor visit) const
+    {
+        const std::size_t stride = m_vBlocks.size() / (num + 1) + 1;
+        for (std::size_t block = stride / 2; block < m_vBlocks.size(); block += stride)
+            visit(m_vBlocks[block][m_vBlocks[block].size() / 2]);
+    }
+
     /// Puts `record` in front of `position`, where it belongs; returns its place.
     Position insert(Position position, const IdxVtx& record);
 

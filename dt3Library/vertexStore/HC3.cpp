@@ -1,9 +1,11 @@
 #include "vertexStore/HC3.h"
 
 #include "nalo_tools/assertion.h"
+#include "values/squaredDistance.h"
 
 #include <algorithm>
 #include <atomic>
+#include <cmath>
 #include <cstdlib>
 #include <iostream>
 #include <iterator>
@@ -125,6 +127,33 @@ Tet3* HC3::findNearbyTet(const Point3& q) const
             return pTet;
     }
     return nullptr;
+}
+
+const Point3* HC3::findNearMeshVertex(const Point3& q, std::size_t numLooks) const
+{
+    const Point3* pNearest = nullptr;
+    double least = HUGE_VAL;
+    const auto look = [&](const IdxVtx& record) {
+        const double sqDistance = getSquaredDistance(q, *record.pVtx);
+        if (sqDistance < least && record.pVtx->getOneTet() != nullptr) {
+            least = sqDistance;
+            pNearest = record.pVtx;
+        }
+    };
+    Point3 probe(q);
+    const CurveOrder::Position start = sIdxVtx.findLowerBound({getHilbertIndex(q), &probe});
+    auto position = start;
+    for (std::size_t i = 0; i < numLooks && !(position == sIdxVtx.getEnd()); ++i) {
+        look(sIdxVtx[position]);
+        position = sIdxVtx.getNext(position);
+    }
+    position = start;
+    for (std::size_t i = 0; i < numLooks && !(position == sIdxVtx.getBegin()); ++i) {
+        position = sIdxVtx.getPrevious(position);
+        look(sIdxVtx[position]);
+    }
+    sIdxVtx.forEachOfSample(numLooks, look);
+    return pNearest;
 }
 
 void HC3::getVertices(std::vector<Point3*>& out) const

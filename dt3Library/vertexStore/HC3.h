@@ -45,6 +45,11 @@ public:
     /// A tetrahedron incident to a vertex near q along the curve; null if no vertex is in the mesh.
     Tet3* findNearbyTet(const Point3& q) const;
 
+    /// The nearest to q, as computed, of some vertices that are in the mesh: numLooks on either side of q
+    /// along the curve, and up to as many spread evenly over it. Null if none of these is. O(log n +
+    /// numLooks).
+    const Point3* findNearMeshVertex(const Point3& q, std::size_t numLooks) const;
+
     /// Appends all vertices in curve order.
     void getVertices(std::vector<Point3*>& out) const;
 
