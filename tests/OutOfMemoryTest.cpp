@@ -8,9 +8,11 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
 #include <cstdlib>
 #include <new>
+#include <string>
 #include <utility>
 
 namespace
@@ -96,49 +98,114 @@ Points makeBatch()
     return vPoints;
 }
 
-/// Calls insert(dt, vPoints), with every allocation failing in turn.
-template <class Insert>
-void expectSoundAfterEachFailure(const Insert& insert)
+void insertBatch(Vorn_3D& dt, Points& vPoints)
 {
+    std::vector<Point3*> vHandles;
+    dt.insert(vPoints, vHandles);
+}
+
+void insertSingly(Vorn_3D& dt, Points& vPoints)
+{
+    for (Point3& p : vPoints)
+        dt.insert(p);
+}
+
+bool isAllInMesh(const Vorn_3D& dt)
+{
+    std::vector<Point3*> vVertices;
+    dt.getVertices(vVertices);
+    return std::all_of(vVertices.begin(), vVertices.end(),
+                       [](const Point3* pVtx) { return pVtx->getOneTet() != nullptr; });
+}
+
+/// What is stored before the insertion whose allocations fail, and how this inserts.
+struct Case
+{
+    const char* name;
+    Points vStored;
+    void (*insert)(Vorn_3D&, Points&);
+    bool bCatchesUp; // brings in the points stored before
+};
+
+void PrintTo(const Case& c, std::ostream* pOut)
+{
+    *pOut << c.name;
+}
+
+const Points COPLANAR = {{0, 0, 0}, {1, 0, 0}, {0, 1, 0}, {1, 1, 0}, {5, 5, 0}};
+const Points SPANNED = {{0, 0, 0}, {1, 0, 0}, {0, 1, 0}, {0, 0, 1}};
+const Points SOLID = {{0, 0, 0}, {1, 0, 0}, {0, 1, 0}, {0, 0, 1}, {1, 1, 1}};
+
+class OutOfMemoryTest : public testing::TestWithParam<Case>
+{
+};
+
+// Every allocation fails in turn.
+TEST_P(OutOfMemoryTest, LeavesAnInsertionSoundAndCompletable)
+{
+    const Case& c = GetParam();
     bool bFailed = true;
     long numBefore = 0;
-    for (; bFailed && !testing::Test::HasFailure(); ++numBefore) {
+    for (; bFailed && !HasFailure(); ++numBefore) {
+        SCOPED_TRACE("allocation " + std::to_string(numBefore) + " failed");
         const CapturedOutput output;
-        Points vFirst = {{0, 0, 0}, {1, 0, 0}, {0, 1, 0}, {0, 0, 1}, {1, 1, 1}};
+        Points vStored = c.vStored;
         Points vPoints = makeBatch();
         Vorn_3D dt;
-        dt.insert(vFirst);
-        bFailed = failsAfter(numBefore, [&] { insert(dt, vPoints); });
-        EXPECT_EQ(findMeshFaults(dt), Faults()) << "allocation " << numBefore << " failed";
-        EXPECT_NE(dt.locate({0.2, 0.2, 0.2}), nullptr);
+        dt.insert(vStored);
+        bFailed = failsAfter(numBefore, [&] { c.insert(dt, vPoints); });
+        EXPECT_EQ(findMeshFaults(dt), Faults());
 
-        std::vector<Point3*> vHandles;
-        dt.insert(vPoints, vHandles);
-        Points vAll = vFirst;
+        c.insert(dt, vPoints);
+        EXPECT_TRUE(dt.is3D());
+        EXPECT_EQ(findMeshFaults(dt), Faults());
+        EXPECT_TRUE(isAllInMesh(dt) || !c.bCatchesUp);
+
+        Points vAll = vStored;
         vAll.insert(vAll.end(), vPoints.begin(), vPoints.end());
         std::vector<Point3*> vAllHandles;
         dt.insert(vAll, vAllHandles);
-        EXPECT_EQ(findMeshFaults(dt), Faults()) << "allocation " << numBefore << " failed";
-        EXPECT_EQ(findVertexFaults(dt, vAll, vAllHandles), Faults())
-            << "allocation " << numBefore << " failed";
+        EXPECT_EQ(findMeshFaults(dt), Faults());
+        EXPECT_EQ(findVertexFaults(dt, vAll, vAllHandles), Faults());
     }
     EXPECT_GT(numBefore, 10);
 }
 
-TEST(OutOfMemory, LeavesABatchSoundAndCompletable)
-{
-    expectSoundAfterEachFailure([](Vorn_3D& dt, Points& vPoints) {
-        std::vector<Point3*> vHandles;
-        dt.insert(vPoints, vHandles);
-    });
-}
+INSTANTIATE_TEST_SUITE_P(Cases, OutOfMemoryTest,
+                         testing::Values(Case{"EmptyBatch", {}, insertBatch, true},
+                                         Case{"EmptySingly", {}, insertSingly, false},
+                                         Case{"CoplanarBatch", COPLANAR, insertBatch, true},
+                                         Case{"CoplanarSingly", COPLANAR, insertSingly, false},
+                                         Case{"SpannedBatch", SPANNED, insertBatch, true},
+                                         Case{"SolidBatch", SOLID, insertBatch, true},
+                                         Case{"SolidSingly", SOLID, insertSingly, true}),
+                         [](const auto& test) { return test.param.name; });
 
-TEST(OutOfMemory, LeavesSingleInsertionsSoundAndCompletable)
+TEST(OutOfMemory, KeepsTheClientsNumbersOfDoomedTetrahedra)
 {
-    expectSoundAfterEachFailure([](Vorn_3D& dt, Points& vPoints) {
-        for (Point3& p : vPoints)
-            dt.insert(p);
-    });
+    for (const Point3& last : {Point3(0, 0, 40), Point3(0.1, 0.1, 0.5)}) {
+        bool bFailed = true;
+        for (long numBefore = 0; bFailed; ++numBefore) {
+            const CapturedOutput output;
+            Points vPoints = makeBatch();
+            vPoints.pop_back();
+            Vorn_3D dt;
+            dt.insert(vPoints);
+            std::vector<Tet3*> vTets;
+            dt.getTetrahedra(vTets);
+            for (Tet3* pTet : vTets)
+                pTet->setCustomIndex(7);
+            Point3 p(last);
+            bFailed = failsAfter(numBefore, [&] { dt.insert(p); });
+            std::vector<Tet3*> vTetsAfter;
+            dt.getTetrahedra(vTetsAfter);
+            if (vTetsAfter == vTets) {
+                EXPECT_TRUE(std::all_of(vTets.begin(), vTets.end(),
+                                        [](const Tet3* pTet) { return pTet->getCustomIndex() == 7; }))
+                    << "allocation " << numBefore << " failed";
+            }
+        }
+    }
 }
 
 } // namespace

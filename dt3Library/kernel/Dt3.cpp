@@ -94,23 +94,22 @@ void Dt3::insert(std::vector<Point3>& vInputPoints, std::vector<Point3*>& vUserH
         return;
     requireFinite(vInputPoints.data(), vInputPoints.size());
 
-    const bool bSomeLeftOut = bFullDimensional && hc.getNumVertices() > numMeshVertices;
+    const bool bSomeLeftOut = hc.getNumVertices() > numMeshVertices;
     std::vector<Point3*> vNewVertices;
     hc.insert(vInputPoints, vUserHandles, vNewVertices);
-    if (!bFullDimensional) {
-        startUp(vNewVertices);
-        return;
+    if (!bFullDimensional || bStartingUp)
+        startUp(vInputPoints.size(), vNewVertices);
+    else {
+        if (bSomeLeftOut)
+            addLeftOut(vUserHandles, vNewVertices);
+        if (!vNewVertices.empty())
+            triangulate(vNewVertices, hc.findNearbyTet(*vNewVertices.front()));
     }
-    if (bSomeLeftOut)
-        vNewVertices = getUntriangulated(vUserHandles);
-    if (!vNewVertices.empty())
-        triangulate(vNewVertices, hc.findNearbyTet(*vNewVertices.front()));
 }
 
 Point3* Dt3::insert(Point3& p)
 {
     requireFinite(&p, 1);
-    const std::size_t numBefore = hc.getNumVertices();
     auto [pVtx, pLastTet] = hc.insert(&p);
     if (bFullDimensional) {
         if (pLastTet == nullptr)
@@ -119,8 +118,7 @@ Point3* Dt3::insert(Point3& p)
         insertVertex(&pVtx, pLastTet);
         return pVtx;
     }
-    if (hc.getNumVertices() > numBefore)
-        spannedFlat.tryAdd(pVtx);
+    extendSpan({pVtx});
     Tet3* pFirstTet = createInitialTet();
     if (pFirstTet != nullptr && hc.getNumVertices() > 4) {
         std::vector<Point3*> vNone;
@@ -129,20 +127,20 @@ Point3* Dt3::insert(Point3& p)
     return pVtx;
 }
 
-void Dt3::triangulate(std::vector<Point3*>& vVertices, Tet3* pLastTet)
+bool Dt3::triangulate(std::vector<Point3*>& vVertices, Tet3* pLastTet)
 {
     if (pLastTet == nullptr)
         goToHell("pLastTet==NULL in Dt3::triangulate");
     if (vVertices.empty()) {
         std::cout << "Attention: triangulate has got an empty vector" << std::endl;
-        return;
+        return true;
     }
     const Positions vOrder = makeInsertionOrder(vVertices.size());
     WalkStarts walkStarts(vVertices, vOrder);
     std::size_t numWalkTests = 0;
     for (std::size_t numDone = 0; numDone < vOrder.size(); ++numDone) {
         if (numDone % OBSERVED_VERTICES == 0 && !isToGoOn(numDone, vOrder.size()))
-            return;
+            return false;
         if (numDone % WalkStarts::SAMPLE_SIZE == 0)
             walkStarts.judge(std::exchange(numWalkTests, 0));
         Point3* pVtx = vVertices[vOrder[numDone]];
@@ -151,6 +149,7 @@ void Dt3::triangulate(std::vector<Point3*>& vVertices, Tet3* pLastTet)
         numWalkTests += insertion.numWalkTests;
     }
     isToGoOn(vOrder.size(), vOrder.size());
+    return true;
 }
 
 bool Dt3::isToGoOn(std::size_t numDone, std::size_t numTotal) const
@@ -158,19 +157,36 @@ bool Dt3::isToGoOn(std::size_t numDone, std::size_t numTotal) const
     return !progressObserver || progressObserver(numDone, numTotal);
 }
 
-// The first batch that makes the triangulation three-dimensional brings in what earlier calls have stored.
-void Dt3::startUp(std::vector<Point3*>& vNewVertices)
+// The first batch that makes the triangulation three-dimensional brings in what earlier calls have stored. If
+// it ends early, the next batch does.
+void Dt3::startUp(std::size_t numPoints, std::vector<Point3*>& vNewVertices)
 {
-    for (Point3* pVtx : vNewVertices)
-        spannedFlat.tryAdd(pVtx);
-    Tet3* pFirstTet = createInitialTet();
-    if (pFirstTet == nullptr)
+    if (!bFullDimensional)
+        extendSpan(vNewVertices);
+    Tet3* pStartTet = bStartingUp ? hc.findNearbyTet(*spannedFlat.getVertices().front()) : createInitialTet();
+    if (pStartTet == nullptr)
         return;
-    if (vNewVertices.size() != hc.getNumVertices()) {
+    bStartingUp = true;
+    const std::size_t numStored = hc.getNumVertices();
+    if (numStored != numPoints || numStored != vNewVertices.size()) {
         vNewVertices.clear();
         hc.getVertices(vNewVertices);
     }
-    triangulate(vNewVertices, pFirstTet);
+    bStartingUp = !triangulate(vNewVertices, pStartTet);
+}
+
+// A call that ran out of memory may have stored vertices that were not looked at.
+void Dt3::extendSpan(const std::vector<Point3*>& vNewVertices)
+{
+    if (hc.getNumVertices() == numSpanned)
+        return;
+    std::vector<Point3*> vStored;
+    const bool bNewOnly = numSpanned + vNewVertices.size() == hc.getNumVertices();
+    if (!bNewOnly)
+        hc.getVertices(vStored);
+    for (Point3* pVtx : bNewOnly ? vNewVertices : vStored)
+        spannedFlat.tryAdd(pVtx);
+    numSpanned = hc.getNumVertices();
 }
 
 Tet3* Dt3::createInitialTet()
@@ -192,26 +208,25 @@ Tet3* Dt3::createInitialTet()
         std::swap(vCorners[0], vCorners[1]);
     const Orientation3 ori = getOrientation();
     VORN_ASSERT_TEXT(ori == ORIENTATION3_POSITIVE, "ori==ORIENTATION3_POSITIVE");
+    Tet3* pFirstTet = createTet(vCorners[0], vCorners[1], vCorners[2], vCorners[3]);
     bFullDimensional = true;
     numMeshVertices = 4;
-    return createTet(vCorners[0], vCorners[1], vCorners[2], vCorners[3]);
+    return pFirstTet;
 }
 
-// The vertices of a batch that are not in the mesh, in curve order: the new ones, and such as single
-// insertions had left out before the mesh was three-dimensional.
-std::vector<Point3*> Dt3::getUntriangulated(const std::vector<Point3*>& vUserHandles) const
+// Adds the vertices of the batch that earlier calls have stored but not brought into the mesh, if there are
+// any; all are in curve order then.
+void Dt3::addLeftOut(const std::vector<Point3*>& vUserHandles, std::vector<Point3*>& vNewVertices) const
 {
     std::vector<Point3*> vWanted;
     std::copy_if(vUserHandles.begin(), vUserHandles.end(), std::back_inserter(vWanted),
                  [](const Point3* pVtx) { return pVtx->getOneTet() == nullptr; });
     std::sort(vWanted.begin(), vWanted.end(), std::less<>());
-    std::vector<Point3*> vVertices;
-    hc.getVertices(vVertices);
-    const auto isUnwanted = [&](Point3* pVtx) {
-        return !std::binary_search(vWanted.begin(), vWanted.end(), pVtx, std::less<>());
-    };
-    vVertices.erase(std::remove_if(vVertices.begin(), vVertices.end(), isUnwanted), vVertices.end());
-    return vVertices;
+    vWanted.erase(std::unique(vWanted.begin(), vWanted.end()), vWanted.end());
+    if (vWanted.size() == vNewVertices.size())
+        return;
+    hc.sort(vWanted);
+    vNewVertices.swap(vWanted);
 }
 
 } // namespace VORN3D

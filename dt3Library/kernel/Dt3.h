@@ -58,7 +58,8 @@ public:
     Point3* insert(Point3& p);
 
     /// Inserts vertices into the three-dimensional mesh, coarse to fine; the first walk starts at pLastTet.
-    void triangulate(std::vector<Point3*>& vVertices, Tet3* pLastTet);
+    /// Says whether all are in: the progress observer may have ended it.
+    bool triangulate(std::vector<Point3*>& vVertices, Tet3* pLastTet);
 
     /// The first tetrahedron, made of the first four vertices in curve order that are not coplanar; null
     /// while all are coplanar.
@@ -167,8 +168,9 @@ private:
     static constexpr int LONG_TURN = 16;
 
     bool isToGoOn(std::size_t numDone, std::size_t numTotal) const;
-    void startUp(std::vector<Point3*>& vNewVertices);
-    std::vector<Point3*> getUntriangulated(const std::vector<Point3*>& vUserHandles) const;
+    void startUp(std::size_t numPoints, std::vector<Point3*>& vNewVertices);
+    void extendSpan(const std::vector<Point3*>& vNewVertices);
+    void addLeftOut(const std::vector<Point3*>& vUserHandles, std::vector<Point3*>& vNewVertices) const;
 
     Location walk(const Point3* pVtx, Tet3* pTet, std::size_t maxTests) const;
     static Tet3* giveUp(Tet3* pTet);
@@ -215,7 +217,10 @@ private:
     std::size_t numMeshVertices = 0;
     bool bFullDimensional = false;
     Tet3* pLatestTet = nullptr; // the one that the last insertion has answered
-    AffineBasis spannedFlat;    // of the stored vertices, while they are coplanar
+    // The batch that made the first tetrahedron has not brought in all that is stored.
+    bool bStartingUp = false;
+    AffineBasis spannedFlat; // of the vertices stored before there is a mesh
+    std::size_t numSpanned = 0;
     bool bVerbose = false;
     ProgressObserver progressObserver;
     HullEdgeHints hullEdgeHints;

@@ -65,7 +65,7 @@ void Dt3::followLinks(std::vector<Tet3*>& vTet) const
 
 void Dt3::getTetsAroundVertex(const Point3* pVtx, std::vector<Tet3*>& vTets) const
 {
-    if (pVtx == nullptr || pVtx->getOneTet() == nullptr) {
+    if (pVtx == nullptr || pVtx->getOneTet() == nullptr || !hc.owns(pVtx)) {
         logError("Dt3::getTetsAroundVertex()", "pVtx does not belong to the triangulation");
         return;
     }

@@ -163,6 +163,26 @@ void HC3::getVertices(std::vector<Point3*>& out) const
         out.push_back(record.pVtx);
 }
 
+bool HC3::owns(const Point3* pVtx) const
+{
+    if (sIdxVtx.empty())
+        return false;
+    Point3 probe(*pVtx);
+    const CurveOrder::Position position = sIdxVtx.findLowerBound({getHilbertIndex(probe), &probe});
+    return !(position == sIdxVtx.getEnd()) && sIdxVtx[position].pVtx == pVtx;
+}
+
+void HC3::sort(std::vector<Point3*>& vVertices) const
+{
+    std::vector<IdxVtx> vRecords;
+    vRecords.reserve(vVertices.size());
+    for (Point3* pVtx : vVertices)
+        vRecords.push_back({getHilbertIndex(*pVtx), pVtx});
+    std::sort(vRecords.begin(), vRecords.end());
+    std::transform(vRecords.begin(), vRecords.end(), vVertices.begin(),
+                   [](const IdxVtx& record) { return record.pVtx; });
+}
+
 void HC3::reindex()
 {
     takeOver(bbox);

@@ -53,6 +53,12 @@ public:
     /// Appends all vertices in curve order.
     void getVertices(std::vector<Point3*>& out) const;
 
+    /// True if pVtx, not null, is one of the vertices as an object. O(log n).
+    bool owns(const Point3* pVtx) const;
+
+    /// Puts vertices of this store into curve order. O(n log n).
+    void sort(std::vector<Point3*>& vVertices) const;
+
     std::size_t getNumVertices() const { return sIdxVtx.size(); }
 
     /// Takes over the extents of the current box and computes all keys anew.

@@ -21,18 +21,17 @@ constexpr std::uint8_t HILBERT_NEXT[8][12] = {
     {3, 0, 11, 9, 0, 10, 11, 9, 5, 2, 8, 4}, {5, 7, 11, 8, 7, 6, 11, 10, 9, 3, 5, 4}};
 
 // Halves the cell along one axis: returns the half in which the offset d lies and makes d relative to it. The
-// halves are equally likely, so the choice is made on the bits, without a branch.
+// halves are equally likely, so nothing branches: what d is reduced by is masked.
 unsigned takeUpperHalfBit(double& d, double halfExtent)
 {
+    const bool bUpper = d >= halfExtent;
     std::uint64_t bits;
-    std::uint64_t bitsOfExcess;
-    const double excess = d - halfExtent;
-    std::memcpy(&bits, &d, sizeof(d));
-    std::memcpy(&bitsOfExcess, &excess, sizeof(excess));
-    const std::uint64_t lower = bitsOfExcess >> 63;
-    bits = lower != 0 ? bits : bitsOfExcess;
-    std::memcpy(&d, &bits, sizeof(d));
-    return static_cast<unsigned>(lower ^ 1);
+    std::memcpy(&bits, &halfExtent, sizeof(bits));
+    bits &= std::uint64_t{0} - std::uint64_t{bUpper};
+    double reduction;
+    std::memcpy(&reduction, &bits, sizeof(reduction));
+    d -= reduction;
+    return bUpper;
 }
 
 } // namespace

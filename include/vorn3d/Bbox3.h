@@ -19,7 +19,7 @@ public:
     Bbox3() = default;
 
     /// The smallest box that contains all the points.
-    explicit Bbox3(const std::vector<Point3>& vPoints);
+    Bbox3(const std::vector<Point3>& vPoints);
 
     /// False for the empty box.
     bool isValid() const { return m_minX < DBL_MAX; }

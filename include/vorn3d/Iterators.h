@@ -26,7 +26,7 @@ class VORN3D_EXPORT TetAroundEdgeIterator
 {
 public:
     /// Starts at the tetrahedron from which the edge is named.
-    explicit TetAroundEdgeIterator(const Edge3& edge);
+    TetAroundEdgeIterator(const Edge3& edge);
 
     /// Copies position and payload, but not the payload's index.
     TetAroundEdgeIterator(const TetAroundEdgeIterator& other);

@@ -32,7 +32,10 @@ class Dt3;
 /// Points are inserted singly or in batches, in any number of calls. The mesh covers exactly the convex hull
 /// of the points; it exists as soon as four of them are not coplanar. No vertex lies strictly inside the
 /// circumscribed sphere of a tetrahedron; every decision behind that is exact for any finite coordinates.
-/// Points in special position have several such meshes; a program that is run again gets the same one.
+/// Points in special position have several such meshes. Which of them it is depends on the order of
+/// insertion, and so on the points, the batches they come in, and the boxes of these; the box of the first
+/// batch of a process gets a narrower margin than those of all others. So a program that is run again gets
+/// the same mesh, unless several threads insert their first batches at the same time.
 ///
 /// Handles: a `Point3*` is valid for the life of the triangulation, a `Tet3*`, and what is made from it,
 /// until the next insertion. The triangulation owns both; clients never delete them.
@@ -99,9 +102,10 @@ public:
     /// If it answers false, or throws, the insertion ends at once. The triangulation is then valid and holds
     /// the vertices brought in so far, a sample spread evenly over the points of the batch; all other points
     /// of the batch are stored as vertices without a tetrahedron (`getOneTet()` is null), and the handles are
-    /// filled. Inserting the same points again, in a batch or singly, completes it. A check ends at once too,
-    /// and answers false: nothing is known of the mesh then. Having met a fault, a check goes through the
-    /// mesh once more from the start to describe the first one.
+    /// filled. Inserting the same points again, in a batch or singly, completes it. If it was the insertion
+    /// that made the triangulation three-dimensional, the next batch brings in all points stored so far. A
+    /// check ends at once too, and answers false: nothing is known of the mesh then. Having met a fault, a
+    /// check goes through the mesh once more from the start to describe the first one.
     void setProgressObserver(ProgressObserver observer);
 
     /// A tetrahedron that contains p: in its interior, on a facet or edge inside the hull, or as a corner.
@@ -126,9 +130,9 @@ public:
     /// Takes time linear in the size of the mesh.
     void getTetrahedra(std::vector<Tet3*>& vTets) const;
 
-    /// Appends the tetrahedra that have pVtx as a corner, in ascending order of their addresses. pVtx is a
-    /// vertex of this triangulation; if it is null or not in the mesh, that is reported and nothing appended.
-    /// Takes time in proportion to their number k, and k log k for the order.
+    /// Appends the tetrahedra that have pVtx as a corner, in ascending order of their addresses. If pVtx is
+    /// null or no vertex of this mesh, that is reported and nothing appended. Takes time in proportion to
+    /// their number k, k log k for the order, and log n for n vertices.
     void getTetsAroundVertex(Point3* pVtx, std::vector<Tet3*>& vTets);
 
     /// Checks the mesh and says whether it is sound; the first fault ends the check. Always checked: links
