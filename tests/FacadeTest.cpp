@@ -38,18 +38,15 @@ Points numbered(Points vPoints)
 void expectSound(const Points& vPoints, std::size_t numFirst, bool bBatchFirst)
 {
     TrackedTriangulation dt;
-    for (std::size_t first : {std::size_t(0), numFirst}) {
-        const std::size_t last = first == 0 ? numFirst : vPoints.size();
-        const auto begin = vPoints.begin();
-        const Points vPart(begin + static_cast<std::ptrdiff_t>(first),
-                           begin + static_cast<std::ptrdiff_t>(last));
-        if ((first == 0) == bBatchFirst)
+    const auto middle = vPoints.begin() + static_cast<std::ptrdiff_t>(numFirst);
+    bool bBatch = bBatchFirst;
+    for (const Points& vPart : {Points(vPoints.begin(), middle), Points(middle, vPoints.end())}) {
+        if (bBatch)
             dt.insertBatch(vPart);
         else
             for (const Point3& p : vPart)
                 dt.insertSingle(p);
-        if (numFirst == 0)
-            break;
+        bBatch = !bBatch;
     }
     ASSERT_EQ(dt.findFaults(), "") << numFirst << (bBatchFirst ? " in a batch first" : " singly first");
 }
@@ -62,6 +59,7 @@ TEST(Facade, TakesTheSmallestSetsInEveryOrder)
         {{0, 0, 0}, {0, 0, -0.0}},
         {{0, 0, 0}, {1, 2, 3}, {2, 4, 6}},
         {{0, 0, 0}, {1, 0, 0}, {1, 0, 0}, {0, 0, 0}, {0, 1, 0}},
+        {{0, 0, 0}, {1, 0, 0}, {0, 1, 0}, {1, 0, -0.0}},
         {{0, 0, 0}, {1, 0, 0}, {0, 1, 0}, {0, 0, 1}},
         {{0, 0, 0}, {1, 0, 0}, {0, 1, 0}, {1, 1, 0}, {0.5, 0.5, 3}},
         {{0, 0, 0}, {1, 0, 0}, {2, 0, 0}, {3, 0, 0}, {1, 1, 0}, {1, 1, 1}},
@@ -79,7 +77,7 @@ TEST(Facade, TakesTheSmallestSetsInEveryOrder)
             Points vPoints;
             for (const std::size_t i : vOrder)
                 vPoints.push_back(vSet[i]);
-            for (std::size_t numFirst = 0; numFirst < std::max(vSet.size(), std::size_t(1)); numFirst += 2)
+            for (std::size_t numFirst = 0; numFirst <= vSet.size(); numFirst += 2)
                 for (const bool bBatchFirst : {true, false})
                     ASSERT_NO_FATAL_FAILURE(expectSound(numbered(vPoints), numFirst, bBatchFirst));
         } while (std::next_permutation(vOrder.begin(), vOrder.end()));
@@ -314,6 +312,45 @@ TEST(Facade, ListsTheTetrahedraAroundAVertex)
         ASSERT_EQ(vFound, vExpected);
     }
     outputOf([&] { EXPECT_THROW(dt.get().getTetrahedra(vTets), VornException); });
+}
+
+/// A copy of a vertex carries its tetrahedron, and a vertex of another mesh has one, too.
+TEST(Facade, ReportsVerticesThatAreNotItsOwn)
+{
+    const CapturedOutput output;
+    TrackedTriangulation other;
+    other.insertBatch({{0, 0, 0}, {1, 0, 0}, {0, 1, 0}, {0, 0, 1}});
+    TrackedTriangulation dt;
+    dt.insertBatch({{0, 0, 0}, {1, 0, 0}, {0, 1, 0}, {0, 0, 1}});
+    for (int numTets = 1; numTets <= 2; ++numTets) {
+        Point3 copy(*dt.getHandles()[0]);
+        copy.setOneTet(dt.getHandles()[0]->getOneTet());
+        for (Point3* pForeign : {&copy, other.getHandles()[0]}) {
+            std::vector<Tet3*> vTets;
+            EXPECT_THAT(outputOf([&] { dt.get().getTetsAroundVertex(pForeign, vTets); }),
+                        HasSubstr("pVtx does not belong to the triangulation"));
+            EXPECT_TRUE(vTets.empty());
+        }
+        dt.insertSingle({2, 2, 2});
+    }
+}
+
+/// Of points in a plane, all must be in the mesh when the batch that leaves the plane is repeated.
+TEST(Facade, CompletesACancelledStartUp)
+{
+    TrackedTriangulation dt;
+    Points vPlane;
+    for (int i = 0; i < 100; ++i)
+        vPlane.emplace_back(i % 10, i / 10, 0);
+    dt.insertBatch(vPlane);
+    Points vSpace = {{5, 5, 5}, {6, 5, 5}, {5, 6, 7}};
+    dt.get().setProgressObserver([](std::size_t, std::size_t) { return false; });
+    std::vector<Point3*> vHandles;
+    outputOf([&] { dt.get().insert(vSpace, vHandles); });
+    ASSERT_TRUE(dt.get().is3D());
+    dt.get().setProgressObserver({});
+    dt.insertBatch(vSpace);
+    EXPECT_EQ(dt.findFaults(), "");
 }
 
 } // namespace

@@ -191,7 +191,7 @@ TEST_F(TetrahedronTest, WrongArgumentsFailPlainAssertions)
     };
     for (const int wrongIndex : {-1, 4})
         for (const auto& [condition, call] : aCalls) {
-            SCOPED_TRACE(&call - &aCalls[0].second);
+            SCOPED_TRACE(condition);
             i = wrongIndex;
             expectAbortInDiagnostic(call, condition);
         }
