@@ -1,8 +1,10 @@
 #include "LibraryOutput.h"
 
 #include "Progress.h"
+#include "vorn3d/hosting.h"
 
 #include <algorithm>
+#include <iostream>
 #include <iterator>
 
 namespace VORN3D::program
@@ -24,10 +26,15 @@ bool isRoutine(const std::string& line)
 
 } // namespace
 
+LibraryOutput::LibraryOutput(bool bEverything)
+    : m_bEverything(bEverything), m_stream(this), m_pOriginal(setMessageStream(&m_stream))
+{
+}
+
 LibraryOutput::~LibraryOutput()
 {
     passOnLine();
-    std::cout.rdbuf(m_pOriginal);
+    setMessageStream(m_pOriginal);
 }
 
 LibraryOutput::int_type LibraryOutput::overflow(int_type c)

@@ -1,21 +1,19 @@
 #pragma once
 
-#include <iostream>
+#include <ostream>
 #include <streambuf>
 #include <string>
 
 namespace VORN3D::program
 {
 
-/// While it lives, what the library prints on std::cout goes to standard error, line by line, so that the
+/// While it lives, what the library prints goes to standard error, line by line, so that the
 /// program's standard output holds nothing but its result. What the library prints for every batch and for
 /// every check is left out unless all lines are wanted; warnings and errors always come through.
 class LibraryOutput : private std::streambuf
 {
 public:
-    explicit LibraryOutput(bool bEverything) : m_bEverything(bEverything), m_pOriginal(std::cout.rdbuf(this))
-    {
-    }
+    explicit LibraryOutput(bool bEverything);
     ~LibraryOutput() override;
     LibraryOutput(const LibraryOutput&) = delete;
     LibraryOutput& operator=(const LibraryOutput&) = delete;
@@ -26,8 +24,9 @@ private:
     void passOnLine();
 
     bool m_bEverything;
-    std::streambuf* m_pOriginal;
     std::string m_line;
+    std::ostream m_stream;
+    std::ostream* m_pOriginal;
 };
 
 } // namespace VORN3D::program

@@ -1,6 +1,7 @@
 // The driver: from an insertion call to a sequence of single vertices, and the start-up before there is a
 // mesh.
 #include "kernel/Dt3.h"
+#include "nalo_tools/hosting.h"
 
 #include "nalo_tools/assertion.h"
 #include "nalo_tools/log.h"
@@ -9,7 +10,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <iostream>
 #include <string>
 #include <utility>
 
@@ -84,12 +84,12 @@ Dt3::Dt3() : hc(HILBERT_BITS), spannedFlat(predicates) {}
 void Dt3::insert(std::vector<Point3>& vInputPoints, std::vector<Point3*>& vUserHandles)
 {
     if (bVerbose)
-        std::cout << "Dt3::insert(vector,vector) has been called" << std::endl;
+        messages() << "Dt3::insert(vector,vector) has been called" << std::endl;
     if (!vUserHandles.empty()) {
         logWarning("Dt3::insert()", "vUserHandles is not empty as it should be");
         vUserHandles.clear();
     }
-    std::cout << "numPoints=" << vInputPoints.size() << std::endl;
+    messages() << "numPoints=" << vInputPoints.size() << std::endl;
     if (vInputPoints.empty())
         return;
     requireFinite(vInputPoints.data(), vInputPoints.size());
@@ -132,7 +132,7 @@ bool Dt3::triangulate(std::vector<Point3*>& vVertices, Tet3* pLastTet)
     if (pLastTet == nullptr)
         goToHell("pLastTet==NULL in Dt3::triangulate");
     if (vVertices.empty()) {
-        std::cout << "Attention: triangulate has got an empty vector" << std::endl;
+        messages() << "Attention: triangulate has got an empty vector" << std::endl;
         return true;
     }
     const Positions vOrder = makeInsertionOrder(vVertices.size());

@@ -2,11 +2,10 @@
 // conflict region, whose tetrahedra are doomed), remove them, and join the vertex to every facet of the
 // cavity that it sees (the star). A vertex outside the hull is also joined to the hull facets that it sees.
 #include "kernel/Dt3.h"
+#include "nalo_tools/hosting.h"
 
 #include "nalo_tools/assertion.h"
 #include "nalo_tools/log.h"
-
-#include <iostream>
 
 namespace VORN3D
 {
@@ -72,7 +71,7 @@ Tet3* Dt3::fillCavity(Point3* pVtx, bool bInside)
 {
     const std::size_t numStoredTCS = star.join(pVtx, predicates);
     if (bInside && numStoredTCS != 0) {
-        std::cout << "numStoredTCS after insertVertex: " << numStoredTCS << std::endl;
+        messages() << "numStoredTCS after insertVertex: " << numStoredTCS << std::endl;
         VORN_ASSERT_TEXT(numStoredTCS == 0, "numStoredTCS==0");
     }
     VORN_ASSERT_TEXT(!star.getTets().empty(), "pNewTet1!=0");

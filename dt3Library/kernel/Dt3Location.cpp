@@ -2,6 +2,7 @@
 // Walking in a triangulation, 2002). In a Delaunay mesh every step lowers the power of the point with respect
 // to the current circumscribed sphere, so the walk cannot cycle; the watchdog is for broken meshes.
 #include "kernel/Dt3.h"
+#include "nalo_tools/hosting.h"
 
 #include "nalo_tools/assertion.h"
 #include "nalo_tools/log.h"
@@ -12,7 +13,6 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdlib>
-#include <iostream>
 
 namespace VORN3D
 {
@@ -108,7 +108,7 @@ Tet3* Dt3::locate(const Point3& p, Tet3* pStart) const
 // Reports a walk without an end, and makes a random move, so that a caller that tries again starts elsewhere.
 Tet3* Dt3::giveUp(Tet3* pTet)
 {
-    std::cout << "watchDog: bad point" << std::endl;
+    messages() << "watchDog: bad point" << std::endl;
     Tet3* pElsewhere = pTet->aOppTet[std::rand() % 4];
     return pElsewhere != nullptr ? pElsewhere : pTet;
 }

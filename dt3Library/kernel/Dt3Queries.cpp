@@ -1,5 +1,6 @@
 // Reading the mesh back, as lists, as text and as a scene.
 #include "kernel/Dt3.h"
+#include "nalo_tools/hosting.h"
 
 #include "kernel/TetSet.h"
 #include "nalo_tools/assertion.h"
@@ -8,7 +9,6 @@
 
 #include <algorithm>
 #include <functional>
-#include <iostream>
 
 namespace VORN3D
 {
@@ -51,7 +51,7 @@ void Dt3::getAllTetrahedra(std::vector<Tet3*>& vTet) const
     if (vTet.size() != numLive)
         followLinks(vTet);
     if (vTet.empty())
-        std::cout << "Dt3::getAllTetrahedra(), oneTet==NULL" << std::endl;
+        messages() << "Dt3::getAllTetrahedra(), oneTet==NULL" << std::endl;
 }
 
 // Fills vTet with what hangs together with the first live tetrahedron, whatever its marks.
@@ -94,17 +94,17 @@ void Dt3::print(const std::string& name) const
 {
     std::vector<Tet3*> vTets;
     getAllTetrahedra(vTets);
-    std::cout << "\n\n**** Dt3::print(" << name << "), numTets=" << vTets.size() << "\n";
+    messages() << "\n\n**** Dt3::print(" << name << "), numTets=" << vTets.size() << "\n";
     for (const Tet3* pTet : vTets)
-        std::cout << *pTet << "\n\n";
-    std::cout.flush();
+        messages() << *pTet << "\n\n";
+    messages().flush();
 }
 
 void Dt3::show(const std::string& filename, const Point3* pVtx) const
 {
     std::vector<Tet3*> vTets;
     getAllTetrahedra(vTets);
-    std::cout << "  Dt3::show(): vTets.size()=" << vTets.size() << std::endl;
+    messages() << "  Dt3::show(): vTets.size()=" << vTets.size() << std::endl;
     Visualizer3 scene(filename);
     for (const Tet3* pTet : vTets) {
         scene.writeTet(pTet, scene.getNextColor());

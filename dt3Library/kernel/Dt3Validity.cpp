@@ -2,6 +2,7 @@
 // these local conditions hold everywhere makes the whole a Delaunay tetrahedralization (B. Delaunay, Sur la
 // sphere vide, 1934).
 #include "kernel/Dt3.h"
+#include "nalo_tools/hosting.h"
 
 #include "mesh/indexTables.h"
 #include "nalo_tools/assertion.h"
@@ -13,7 +14,6 @@
 #include <cmath>
 #include <functional>
 #include <iomanip>
-#include <iostream>
 #include <locale>
 #include <sstream>
 
@@ -44,17 +44,17 @@ std::string makeDumpFilename(const std::string& baseName)
 
 void printHeader(const std::string& name, std::size_t numTets, bool bCheckSphereInc)
 {
-    std::cout << "\n\n** CheckValidity at [ " << name << "]: Number of tetrahedra: " << numTets << "\n"
-              << "   with --checkvisited\n"
-              << (bCheckSphereInc ? "   with" : "   without") << " --checkSphereInc\n"
-              << "   vTets.size()=" << numTets << std::endl;
+    messages() << "\n\n** CheckValidity at [ " << name << "]: Number of tetrahedra: " << numTets << "\n"
+               << "   with --checkvisited\n"
+               << (bCheckSphereInc ? "   with" : "   without") << " --checkSphereInc\n"
+               << "   vTets.size()=" << numTets << std::endl;
 }
 
 void printBanner(const std::string& message)
 {
     constexpr std::size_t MARGIN = 18;
     const std::string row(message.size() + 2 * MARGIN, '*');
-    std::cout << "\n" << row << "\n" << std::string(MARGIN, ' ') << message << "\n" << row << "\n\n";
+    messages() << "\n" << row << "\n" << std::string(MARGIN, ' ') << message << "\n" << row << "\n\n";
 }
 
 const char* getSideText(Orientation3 side)
@@ -93,10 +93,10 @@ try {
                 return false;
         }
     isToGoOn(vTets.size(), vTets.size());
-    std::cout << "** CheckValidity at (" << name << ") has been finished, seems OK\n" << std::endl;
+    messages() << "** CheckValidity at (" << name << ") has been finished, seems OK\n" << std::endl;
     return true;
 } catch (const Stop&) {
-    std::cout << "** CheckValidity at (" << name << ") has been stopped\n" << std::endl;
+    messages() << "** CheckValidity at (" << name << ") has been stopped\n" << std::endl;
     return false;
 }
 
@@ -191,7 +191,7 @@ void Dt3::checkUnvisited(const Tet3* pTet)
     if (!pTet->hasBeenVisited)
         return;
     logError("Dt3::CheckValidity()", "pcurrentTet->hasBeenvisited=true");
-    std::cout << *pTet << "\n";
+    messages() << *pTet << "\n";
     VORN_ASSERT_TEXT(false, "false");
 }
 
@@ -203,9 +203,9 @@ bool Dt3::checkNegativeSide(const Tet3* pTet, int ici, const Point3* pFarVtx, co
         return true;
     const void* const address = pFarVtx;
     printBanner("ERROR: checkValidity at [" + name + "]");
-    std::cout << "Dt3::checkValidity, HUH, vertex " << address << " should be on the negative side, tet=\n"
-              << *pTet << "oppIndex=" << ici << ", Vertex=" << address << "=" << *pFarVtx << "\n"
-              << "checkValidity: " << getSideText(side) << std::endl;
+    messages() << "Dt3::checkValidity, HUH, vertex " << address << " should be on the negative side, tet=\n"
+               << *pTet << "oppIndex=" << ici << ", Vertex=" << address << "=" << *pFarVtx << "\n"
+               << "checkValidity: " << getSideText(side) << std::endl;
     show(makeDumpFilename("negSideBug.list"), pFarVtx);
     return false;
 }
@@ -216,8 +216,8 @@ bool Dt3::checkEmptySphere(const Tet3* pTet, const Point3* pFarVtx) const
     if (predicates.sphereInclusionTest(pTet, pFarVtx) != SIC_INSIDE)
         return true;
     printBanner("checkValidity: ERROR ERROR ERROR");
-    std::cout << "Dt3::checkValidity, HUH - sphereIncTest failed: \n"
-              << *pTet << ", Vertex=" << static_cast<const void*>(pFarVtx) << "=" << *pFarVtx << std::endl;
+    messages() << "Dt3::checkValidity, HUH - sphereIncTest failed: \n"
+               << *pTet << ", Vertex=" << static_cast<const void*>(pFarVtx) << "=" << *pFarVtx << std::endl;
     writeSphereScene(pTet, pFarVtx);
     return false;
 }

@@ -1,10 +1,9 @@
 #include "kernel/Star.h"
+#include "nalo_tools/hosting.h"
 
 #include "mesh/indexTables.h"
 #include "mesh/runningLabel.h"
 #include "nalo_tools/assertion.h"
-
-#include <iostream>
 
 namespace VORN3D
 {
@@ -96,15 +95,15 @@ void checkOrientation(const Point3* a, const Point3* b, const Point3* c, const P
     if (orientation == ORIENTATION3_POSITIVE)
         return;
     const bool bNegative = orientation == ORIENTATION3_NEGATIVE;
-    std::cout << "Dt3::createTet(), ERROR: "
-              << (bNegative ? "ORIENTATION3_NEGATIVE" : "ORIENTATION3_COPLANAR") << " ORIENTATION OF: \n";
-    const auto precision = std::cout.precision(15);
+    messages() << "Dt3::createTet(), ERROR: "
+               << (bNegative ? "ORIENTATION3_NEGATIVE" : "ORIENTATION3_COPLANAR") << " ORIENTATION OF: \n";
+    const auto precision = messages().precision(15);
     for (const Point3* p : {a, b, c, d})
-        std::cout << *p << "\n";
-    std::cout.precision(precision);
+        messages() << *p << "\n";
+    messages().precision(precision);
     if (!bNegative)
-        std::cout << "..probably a legal situaion but observe!\n";
-    std::cout.flush();
+        messages() << "..probably a legal situaion but observe!\n";
+    messages().flush();
     VORN_ASSERT_TEXT(!bNegative, "false");
 }
 

@@ -1,9 +1,9 @@
 #include "vorn3d/Iterators.h"
 
 #include "nalo_tools/assertion.h"
+#include "nalo_tools/hosting.h"
 #include "vorn3d/Tet3.h"
 
-#include <iostream>
 #include <string>
 
 namespace VORN3D
@@ -79,7 +79,7 @@ int TetAroundEdgeIterator::getPayloadICI() const
 void TetAroundEdgeIterator::debug() const
 {
     const std::string rule(35, '-');
-    std::cout << rule << "\n# This is a TetAroundEdgeIterator:\n" << m_edge << rule << "\n" << std::endl;
+    messages() << rule << "\n# This is a TetAroundEdgeIterator:\n" << m_edge << rule << "\n" << std::endl;
 }
 
 } // namespace VORN3D

@@ -3,14 +3,13 @@
 #include "mesh/indexTables.h"
 #include "mesh/runningLabel.h"
 #include "nalo_tools/assertion.h"
+#include "nalo_tools/hosting.h"
 #include "nalo_tools/log.h"
 #include "nalo_tools/rangeChecks.h"
 #include "predicates/NaloTest3.h"
 #include "vorn3d/Edge3.h"
 #include "vorn3d/Facet3.h"
 
-#include <cstdlib>
-#include <iostream>
 #include <string>
 
 namespace VORN3D
@@ -18,13 +17,13 @@ namespace VORN3D
 
 Tet3::Tet3() : hasBeenVisited(false), ID(takeRunningLabels(1)), aVertexPointer{}, aOppTet{}, customIndex(-1)
 {
-    std::cout << "Tet default constructor (is actually not called)" << std::endl;
+    messages() << "Tet default constructor (is actually not called)" << std::endl;
 }
 
 // A copied tetrahedron would claim the neighbours of its original, so nothing is copied.
 Tet3::Tet3(const Tet3&)
 {
-    std::cout << "CCTOR of Tet3" << std::endl;
+    messages() << "CCTOR of Tet3" << std::endl;
 }
 
 void Tet3::setProperties(Point3* pI, Point3* pJ, Point3* pK, Point3* pL)
@@ -68,7 +67,7 @@ Tet3* Tet3::getOppTet(const Point3* pp) const
 void Tet3::setOppTet(int ith, Tet3* pC)
 {
     if (pC == this) {
-        std::cout << "this=" << this << ", pC=" << pC << "\n" << *pC;
+        messages() << "this=" << this << ", pC=" << pC << "\n" << *pC;
         logError("Tet3::setOppTet()", "trying to set *this as neighbor of *this, ith=" + std::to_string(ith));
         DEBUG_ASSERT_TEXT(this != pC, "this!=pC");
     }
@@ -90,8 +89,8 @@ int Tet3::getIntraTetIndex(const Tet3* pNeighbor) const
     for (int i = 0; i < 4; ++i)
         if (aOppTet[i] == pNeighbor)
             return i;
-    std::cout << "Tet3::getIntraTetIndex went wrong: " << *pNeighbor << ", this is " << *this << std::endl;
-    std::exit(1);
+    messages() << "Tet3::getIntraTetIndex went wrong: " << *pNeighbor << ", this is " << *this << std::endl;
+    endProcess("Tet3::getIntraTetIndex went wrong");
 }
 
 int Tet3::getIntraTetIndexInOppTet(int ith) const
@@ -129,7 +128,7 @@ Point3* Tet3::getOppVtxInOppTet(int ith, bool bNullAllowed) const
         return nullptr;
     logError("Tet3::getOppVtxInOppTet", "no neighbor tet");
     DEBUG_ASSERT_TEXT(false, "false");
-    std::exit(1);
+    endProcess("Tet3::getOppVtxInOppTet: no neighbor tet");
 }
 
 void Tet3::getFacetIndices(int opp3, int& i0, int& i1, int& i2) const
@@ -189,7 +188,7 @@ void printFacetOf(const Tet3& tet, int opp3)
 {
     int i0, i1, i2;
     tet.getFacetIndices(opp3, i0, i1, i2);
-    std::cout << tet << "...with index " << opp3 << "\n" << i0 << "," << i1 << "," << i2 << "\n";
+    messages() << tet << "...with index " << opp3 << "\n" << i0 << "," << i1 << "," << i2 << "\n";
 }
 
 } // namespace
@@ -209,18 +208,17 @@ bool Tet3::haveCommonFacet(const Tet3* pT0, int i0, const Tet3* pT1, int i1)
         bCommon = bCommon && isCornerOfSecond(pT0->aVertexPointer[i]);
     if (bCommon)
         return true;
-    std::cout << "Tet3::haveCommonFacet() ERROR\n";
+    messages() << "Tet3::haveCommonFacet() ERROR\n";
     printFacetOf(*pT0, i0);
     printFacetOf(*pT1, i1);
-    std::cout.flush();
-    std::exit(1);
+    endProcess("Tet3::haveCommonFacet() ERROR");
 }
 
 int Tet3::debug_getOppTetIndex(int ith) const
 {
     if (getOppTet(ith) == nullptr)
         return -1;
-    std::cout << "Tet3::debug_getTetIndex(): Not implemented yet" << std::endl;
+    messages() << "Tet3::debug_getTetIndex(): Not implemented yet" << std::endl;
     return 0;
 }
 

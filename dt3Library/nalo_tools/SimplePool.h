@@ -1,19 +1,20 @@
 // SimplePool hands out uninitialised records from large raw blocks ("containers").
 //
 // A record never moves, and none is freed alone: reset() rewinds the pool to its first container, the
-// destructor releases everything, one free() a container. The pool runs no constructor and no destructor;
+// destructor releases everything, one block a container. The pool runs no constructor and no destructor;
 // whoever takes a record fills it. The first container holds initialSize records, every further one
 // increaseLimit; a negative increaseLimit selects automatic growth: half the first container, then always
 // double the last, up to 100 MB.
 #pragma once
 
 #include "nalo_tools/assertion.h"
+#include "nalo_tools/hosting.h"
 
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <cstdlib>
-#include <iostream>
+#include <new>
 #include <type_traits>
 #include <utility>
 #include <vector>
@@ -34,8 +35,8 @@ public:
     ~SimplePool()
     {
         if (vContainers.size() > 50)
-            std::cout << "SimplePool::~SimplePool: Number of containers to release: " << vContainers.size()
-                      << "\n";
+            messages() << "SimplePool::~SimplePool: Number of containers to release: " << vContainers.size()
+                       << "\n";
         freeContainersFrom(0);
     }
 
@@ -43,12 +44,12 @@ public:
     void init(int initialSizeWanted, int increaseLimitWanted)
     {
         if (initialized) {
-            std::cout << "SimplePool::init(..), ERROR: This pool is already initialized" << std::endl;
+            messages() << "SimplePool::init(..), ERROR: This pool is already initialized" << std::endl;
             DEBUG_ASSERT_TEXT(false, "false");
-            std::exit(1);
+            endProcess("SimplePool::init(..): already initialized");
         }
         if (increaseLimitWanted == 1)
-            std::cout << "NaloPool::init(..), Warning: increaseLimit=1" << std::endl;
+            messages() << "NaloPool::init(..), Warning: increaseLimit=1" << std::endl;
         maxContainerSize = static_cast<std::int32_t>(MAX_CONTAINER_BYTES / sizeof(T));
         initialSize = initialSizeWanted;
         increaseLimit = increaseLimitWanted;
@@ -56,7 +57,8 @@ public:
         initialized = true;
     }
 
-    /// The next free record, uninitialised; never null. Running out of memory ends the process.
+    /// The next free record, uninitialised; never null. Running out of memory ends the process, unless the
+    /// fatal handler throws; then the pool is as before.
     T* newElement()
     {
         DEBUG_ASSERT(initialized);
@@ -71,8 +73,8 @@ public:
         const std::int32_t size = numElements < 0 ? getNextAutomaticSize() : numElements;
         vSizes.reserve(vSizes.size() + 1);
         vContainers.reserve(vContainers.size() + 1);
-        vSizes.push_back(size);
         pCurrentContainer = allocateRecords(static_cast<std::size_t>(size));
+        vSizes.push_back(size);
         vContainers.push_back(pCurrentContainer);
         currentSize = size;
         currentIndex = -1;
@@ -113,6 +115,7 @@ public:
 
 private:
     static constexpr std::size_t MAX_CONTAINER_BYTES = 100'000'000;
+    static constexpr std::align_val_t ALIGNMENT{alignof(T)};
 
     // Containers are filled one after another, so that all but the last are full. Since vSizes keeps what a
     // reset has freed, the sizes of the containers behind the first are at its end.
@@ -145,11 +148,13 @@ private:
 
     static T* allocateRecords(std::size_t numRecords)
     {
-        void* pMemory = std::malloc(numRecords * sizeof(T));
+        void* pMemory = ::operator new(numRecords * sizeof(T), ALIGNMENT, std::nothrow);
         if (pMemory == nullptr && numRecords > 0) {
-            std::cout << "SimplePool::alloc(..), ERROR: Out of memory, sorry" << std::endl;
+            static constexpr char MESSAGE[] = "SimplePool::alloc(..), ERROR: Out of memory, sorry";
+            messages() << MESSAGE << std::endl;
+            tellFatal(MESSAGE);
             DEBUG_ASSERT_TEXT(false, "false");
-            std::exit(1);
+            endProcess(MESSAGE);
         }
         return static_cast<T*>(pMemory);
     }
@@ -157,7 +162,7 @@ private:
     void freeContainersFrom(std::size_t first)
     {
         for (std::size_t i = first; i < vContainers.size(); ++i)
-            std::free(vContainers[i]);
+            ::operator delete(vContainers[i], ALIGNMENT);
     }
 
     std::vector<T*> vContainers;

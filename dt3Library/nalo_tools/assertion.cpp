@@ -1,5 +1,6 @@
 #include "nalo_tools/assertion.h"
 
+#include "nalo_tools/hosting.h"
 #include "nalo_tools/log.h"
 #include "vorn3d/VornException.h"
 
@@ -22,14 +23,17 @@ const char* VornException::what() const noexcept
 void failAssertion(const char* condition, const char* file, int line)
 {
     logError("Vorn, ", std::string("Condition [ ") + condition + " failed ]");
-    std::cout << "      " << file << ":" << line << std::endl;
+    messages() << "      " << file << ":" << line << std::endl;
     throw VornException();
 }
 
 void failDebugAssertion(const char* condition, const char* file, int line)
 {
-    std::cout.flush();
-    std::cerr << file << ":" << line << ": Assertion `" << condition << "' failed." << std::endl;
+    const std::string message =
+        std::string(file) + ":" + std::to_string(line) + ": Assertion `" + condition + "' failed.";
+    messages().flush();
+    tellFatal(message);
+    std::cerr << message << std::endl;
     std::abort();
 }
 

@@ -1,7 +1,8 @@
 #include "nalo_tools/log.h"
 
+#include "nalo_tools/hosting.h"
+
 #include <cstdlib>
-#include <iostream>
 
 namespace VORN3D
 {
@@ -11,7 +12,7 @@ namespace
 
 void report(const std::string& line)
 {
-    std::cout << "\n      " << line << "\n\n" << std::flush;
+    messages() << "\n      " << line << "\n\n" << std::flush;
 }
 
 } // namespace
@@ -39,9 +40,10 @@ void logInfo(const std::string& message)
 void goToHell(const std::string& reason)
 {
     logError("goToHell", " reason: " + reason);
+    tellFatal(reason);
     // Volatile, so that the compiler must perform the access; the abort is reached only where null is mapped.
     const volatile int* pNowhere = nullptr;
-    std::cout << *pNowhere << std::endl;
+    messages() << *pNowhere << std::endl;
     std::abort();
 }
 

@@ -1,8 +1,9 @@
 #include "vorn3d/timer.h"
 
+#include "nalo_tools/hosting.h"
+
 #include <chrono>
 #include <iomanip>
-#include <iostream>
 #include <map>
 #include <mutex>
 
@@ -29,17 +30,17 @@ struct CounterTable
 
 void printStop(const std::string& name, double seconds)
 {
-    std::cout << "*** Timer [" << name << "] stop, elapsed time: " << std::fixed << std::setprecision(3)
-              << seconds << " s\n\n"
-              << std::setprecision(6) << std::flush;
+    messages() << "*** Timer [" << name << "] stop, elapsed time: " << std::fixed << std::setprecision(3)
+               << seconds << " s\n\n"
+               << std::setprecision(6) << std::flush;
 }
 
 void printCounters(const std::map<std::string, int>& countOfName)
 {
-    std::cout << "\nCounters: \n";
+    messages() << "\nCounters: \n";
     for (const auto& [name, count] : countOfName)
-        std::cout << name << "\t" << count << "\n";
-    std::cout << std::endl;
+        messages() << name << "\t" << count << "\n";
+    messages() << std::endl;
 }
 
 } // namespace
@@ -50,7 +51,7 @@ double timer(const std::string& name)
     const std::lock_guard<std::mutex> lock(table.mutex);
     const auto [entry, bStarts] = table.startOfName.try_emplace(name, Clock::now());
     if (bStarts) {
-        std::cout << "\n*** Timer [" << name << "] start" << std::endl;
+        messages() << "\n*** Timer [" << name << "] start" << std::endl;
         return -1.0;
     }
     const std::chrono::duration<double> elapsed = Clock::now() - entry->second;

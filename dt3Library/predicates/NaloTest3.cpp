@@ -1,10 +1,8 @@
 #include "predicates/NaloTest3.h"
+#include "nalo_tools/hosting.h"
 
 #include "nalo_tools/log.h"
 #include "predicates/ExactSign.h"
-
-#include <cstdlib>
-#include <iostream>
 
 namespace VORN3D
 {
@@ -123,8 +121,7 @@ void NaloTest3::failNullTet()
 void NaloTest3::failFacetIndex()
 {
     DEBUG_ASSERT_TEXT(false, "false");
-    std::cout.flush();
-    std::exit(1);
+    endProcess("getOrientation3: no such facet");
 }
 
 } // namespace VORN3D

@@ -1,4 +1,5 @@
 #include "scenes/Visualizer3.h"
+#include "nalo_tools/hosting.h"
 
 #include "nalo_tools/assertion.h"
 #include "nalo_tools/log.h"
@@ -7,7 +8,6 @@
 #include <charconv>
 #include <cmath>
 #include <cstdlib>
-#include <iostream>
 #include <locale>
 
 namespace VORN3D
@@ -25,15 +25,15 @@ std::atomic<std::int32_t> Visualizer3::colorCursor{0};
 
 Visualizer3::Visualizer3(const std::string& filename)
 {
-    std::cout << "Visualizer, writing " << filename << std::endl;
+    messages() << "Visualizer, writing " << filename << std::endl;
     // Viewers want decimal points, whatever the client's locale.
     imbue(std::locale::classic());
     open(filename);
     if (!is_open()) {
-        std::cout << filename << " not open" << std::endl;
-        std::exit(1);
+        messages() << filename << " not open" << std::endl;
+        endProcess(filename + " not open");
     }
-    std::cout << "  Writing " << filename << std::endl;
+    messages() << "  Writing " << filename << std::endl;
     *this << "LIST\n{\n";
 }
 
@@ -146,7 +146,7 @@ std::string Visualizer3::getColor()
     const std::int32_t index = colorCursor.load(std::memory_order_relaxed);
     if (index < NUM_CYCLING_COLORS)
         return colorArray[index];
-    std::cout << "Attention, returning colorArray[13] which is the last available color" << std::endl;
+    messages() << "Attention, returning colorArray[13] which is the last available color" << std::endl;
     return colorArray[NUM_CYCLING_COLORS - 1];
 }
 

@@ -1,7 +1,8 @@
 #include "vorn3d/Ball3.h"
 
+#include "nalo_tools/hosting.h"
+
 #include <cmath>
-#include <iostream>
 
 namespace VORN3D
 {
@@ -13,7 +14,7 @@ double Ball3::getRadius() const
 
 void Ball3::debug() const
 {
-    std::cout << "Ball3: " << m_center << ", r=" << getRadius() << std::endl;
+    messages() << "Ball3: " << m_center << ", r=" << getRadius() << std::endl;
 }
 
 } // namespace VORN3D

@@ -1,7 +1,8 @@
 #include "vorn3d/Bbox3.h"
 
+#include "nalo_tools/hosting.h"
+
 #include <algorithm>
-#include <iostream>
 
 namespace VORN3D
 {
@@ -105,8 +106,8 @@ double Bbox3::getMaxRange() const
 
 void Bbox3::debug() const
 {
-    std::cout << "Bbox3: (" << m_minX << "," << m_minY << "," << m_minZ << ") -> (" << m_maxX << "," << m_maxY
-              << "," << m_maxZ << ")" << std::endl;
+    messages() << "Bbox3: (" << m_minX << "," << m_minY << "," << m_minZ << ") -> (" << m_maxX << ","
+               << m_maxY << "," << m_maxZ << ")" << std::endl;
 }
 
 void Bbox3::treatPointForValidBox(const Point3& p)

@@ -1,7 +1,8 @@
 #include "vorn3d/Point3.h"
 
+#include "nalo_tools/hosting.h"
+
 #include <iomanip>
-#include <iostream>
 
 namespace VORN3D
 {
@@ -18,7 +19,7 @@ Vector3 Point3::operator-(const Point3& other) const
 
 void Point3::debug() const
 {
-    std::cout << "Point3: " << x() << "," << y() << "," << z() << std::endl;
+    messages() << "Point3: " << x() << "," << y() << "," << z() << std::endl;
 }
 
 std::ostream& operator<<(std::ostream& os, const Point3& p)

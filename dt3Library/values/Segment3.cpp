@@ -1,13 +1,13 @@
 #include "vorn3d/Segment3.h"
 
-#include <iostream>
+#include "nalo_tools/hosting.h"
 
 namespace VORN3D
 {
 
 void Segment3::debug() const
 {
-    std::cout << "Segment3: " << m_src << "," << m_trg << std::endl;
+    messages() << "Segment3: " << m_src << "," << m_trg << std::endl;
 }
 
 } // namespace VORN3D

@@ -1,6 +1,7 @@
 #include "vorn3d/Triangle3.h"
 
 #include "nalo_tools/assertion.h"
+#include "nalo_tools/hosting.h"
 
 #include <iostream>
 
@@ -60,8 +61,8 @@ int Triangle3::getIntraTriangleIndex(const Point3* p1, const Point3* p2) const
             return i;
     }
     std::cerr << "Triangle3::getIntraTriangleIndex(): invalid (p1,p2)" << std::endl;
-    std::cout << "Have searched for " << static_cast<const void*>(p1) << " and "
-              << static_cast<const void*>(p2) << " in " << *this << std::endl;
+    messages() << "Have searched for " << static_cast<const void*>(p1) << " and "
+               << static_cast<const void*>(p2) << " in " << *this << std::endl;
     return invalidIndex;
 }
 

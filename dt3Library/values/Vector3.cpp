@@ -1,9 +1,10 @@
 #include "vorn3d/Vector3.h"
 
+#include "nalo_tools/hosting.h"
+
 #include "vorn3d/Point3.h"
 
 #include <cmath>
-#include <iostream>
 
 namespace VORN3D
 {
@@ -58,7 +59,7 @@ Vector3 normalize(const Vector3& v)
     const double length = std::sqrt(dotProduct(v, v));
     if (length > 0.0)
         return v / length;
-    std::cout << "warning: normalize(const Vector3& other), Null length vector!" << std::endl;
+    messages() << "warning: normalize(const Vector3& other), Null length vector!" << std::endl;
     return {};
 }
 

@@ -1,4 +1,5 @@
 #include "vertexStore/HC3.h"
+#include "nalo_tools/hosting.h"
 
 #include "nalo_tools/assertion.h"
 #include "values/squaredDistance.h"
@@ -6,8 +7,6 @@
 #include <algorithm>
 #include <atomic>
 #include <cmath>
-#include <cstdlib>
-#include <iostream>
 #include <iterator>
 #include <new>
 #include <numeric>
@@ -51,9 +50,9 @@ void sortByUpperHalf(std::vector<std::uint64_t>& vNumbers)
 HC3::HC3(int numBitsWanted) : numBits(numBitsWanted)
 {
     if (static_cast<unsigned>(numBits) > 32 || numBits % 3 != 0) {
-        std::cout << "HC3::HC3(..): invalid bitlength" << std::endl;
+        messages() << "HC3::HC3(..): invalid bitlength" << std::endl;
         DEBUG_ASSERT(false);
-        std::exit(1);
+        endProcess("HC3::HC3(..): invalid bitlength");
     }
     vertexPool.init(4, -1);
 }

@@ -12,6 +12,7 @@
 #include "Triangle3.h"
 #include "Vector3.h"
 #include "VornException.h"
+#include "hosting.h"
 #include "testDataGenerators.h"
 #include "timer.h"
 #include "version.h"
