@@ -1,11 +1,14 @@
 // Reports, assertions, timer, counters and version.
+#include "nalo_tools/SimplePool.h"
 #include "nalo_tools/assertion.h"
 #include "nalo_tools/log.h"
 #include "outcomes.h"
-#include "vorn3d/timer.h"
+#include "vertexStore/HC3.h"
+#include "vorn3d/Vorn_3D.h"
 
 #include <chrono>
 #include <cstdio>
+#include <stdexcept>
 #include <thread>
 #include <vector>
 
@@ -122,6 +125,56 @@ TEST(Timer, AndCountersServeSeveralNamesAndThreads)
         std::string query = "GETCOUNTERS";
         EXPECT_EQ(outputOf([&] { benchCounter(query); }), "\nCounters: \nAB\t2000\nX\t2000\n\n");
     }
+}
+
+TEST(Hosting, SendsAllTextWhereTheHostWantsIt)
+{
+    const auto speak = [] {
+        Vorn_3D dt;
+        std::vector<Point3> vPoints = {{0, 0, 0}, {1, 0, 0}, {0, 1, 0}, {0, 0, 1}};
+        dt.insert(vPoints);
+        dt.print("mesh");
+        timer("hosted");
+        timer("hosted");
+        EXPECT_THROW(VORN_ASSERT(vPoints.empty()), VornException);
+    };
+    std::ostringstream collected;
+    std::ostream* pEarlier = setMessageStream(&collected);
+    EXPECT_EQ(outputOf(speak), "");
+    for (const char* text : {"numPoints=4", "Dt3::print(mesh)", "Timer [hosted] stop", "vPoints.empty()"})
+        EXPECT_THAT(collected.str(), HasSubstr(text));
+    EXPECT_EQ(setMessageStream(nullptr), &collected);
+    EXPECT_EQ(outputOf(speak), "");
+    EXPECT_EQ(setMessageStream(pEarlier), nullptr);
+    EXPECT_THAT(outputOf(speak), HasSubstr("numPoints=4"));
+}
+
+TEST(Hosting, TellsTheHandlerInPlaceOfEndingTheProcess)
+{
+    const FatalHandler earlier =
+        setFatalHandler([](const char* message) { throw std::runtime_error(message); });
+    const auto getMessage = [](auto&& end) -> std::string {
+        const CapturedOutput output;
+        try {
+            end();
+        } catch (const std::runtime_error& error) {
+            return error.what();
+        }
+        return "nothing";
+    };
+    Vorn_3D dt;
+    EXPECT_EQ(getMessage([&] { dt.show("no/such/directory.list", nullptr); }),
+              "no/such/directory.list not open");
+    EXPECT_EQ(getMessage([] { goToHell("why"); }), "why");
+    EXPECT_THAT(getMessage([] { HC3(28); }),
+                HasSubstr(bDiagnostic ? "Assertion `false'" : "invalid bitlength"));
+    SimplePool<Tet3> pool;
+    pool.init(2, -1);
+    Tet3* pTet = pool.newElement();
+    Point3 aPoint[4] = {{0, 0, 0}, {1, 0, 0}, {0, 1, 0}, {0, 0, 1}};
+    pTet->setProperties(&aPoint[0], &aPoint[1], &aPoint[2], &aPoint[3]);
+    EXPECT_THAT(getMessage([&] { pTet->getIntraTetIndex(pTet); }), HasSubstr("went wrong"));
+    setFatalHandler(earlier);
 }
 
 TEST(Version, NamesTheConfiguration)

@@ -1,8 +1,8 @@
 // What is left of a triangulation when memory runs out in the middle of an insertion.
 //
 // Every allocation of an insertion fails once, each time in a new triangulation, which must then be sound and
-// complete itself when the same points are inserted again. The pools of records are not concerned: they end
-// the process.
+// complete itself when the same points are inserted again. For the pools of records, whose end would be that
+// of the process, the fatal handler throws.
 #include "CapturedOutput.h"
 #include "MeshChecker.h"
 
@@ -21,13 +21,17 @@ namespace
 // Negative: no allocation fails.
 long numUntilFailure = -1;
 
+bool isToFail()
+{
+    return numUntilFailure >= 0 && numUntilFailure-- == 0;
+}
+
 void* allocate(std::size_t size)
 {
-    if (numUntilFailure >= 0 && numUntilFailure-- == 0)
+    void* pMemory = isToFail() ? nullptr : std::malloc(size > 0 ? size : 1);
+    if (pMemory == nullptr)
         throw std::bad_alloc();
-    if (void* pMemory = std::malloc(size > 0 ? size : 1))
-        return pMemory;
-    throw std::bad_alloc();
+    return pMemory;
 }
 
 } // namespace
@@ -46,6 +50,18 @@ void* operator new[](std::size_t size)
 void* operator new(std::size_t size, const std::nothrow_t&) noexcept
 {
     return std::malloc(size > 0 ? size : 1);
+}
+
+// The pools' form.
+void* operator new(std::size_t size, std::align_val_t alignment, const std::nothrow_t&) noexcept
+{
+    const auto unit = static_cast<std::size_t>(alignment);
+    return isToFail() ? nullptr : std::aligned_alloc(unit, (size + unit - 1) / unit * unit);
+}
+
+void operator delete(void* pMemory, std::align_val_t) noexcept
+{
+    std::free(pMemory);
 }
 
 void operator delete(void* pMemory) noexcept
@@ -80,11 +96,13 @@ using Points = std::vector<Point3>;
 template <class Work>
 bool failsAfter(long numBefore, const Work& work)
 {
+    const FatalHandler earlier = setFatalHandler([](const char*) { throw std::bad_alloc(); });
     numUntilFailure = numBefore;
     try {
         work();
     } catch (const std::bad_alloc&) {
     }
+    setFatalHandler(earlier);
     return std::exchange(numUntilFailure, -1) < 0;
 }
 
