@@ -42,6 +42,11 @@ Tet3* Vorn_3D::locate(const Point3& p, Tet3* pStart)
     return m_pDt->locate(p, pStart);
 }
 
+Tet3* Vorn_3D::locateClosed(const Point3& p, Tet3* pStart, int& seenFacet) const
+{
+    return m_pDt->locateClosed(p, pStart, seenFacet);
+}
+
 void Vorn_3D::getVertices(std::vector<Point3*>& vVertices) const
 {
     m_pDt->getVertices(vVertices);

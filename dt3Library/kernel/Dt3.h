@@ -99,6 +99,9 @@ public:
     /// The tetrahedron that contains p or has it as a vertex, see Vorn_3D::locate().
     Tet3* locate(const Point3& p, Tet3* pStart) const;
 
+    /// The same in the closed convex hull, see Vorn_3D::locateClosed().
+    Tet3* locateClosed(const Point3& p, Tet3* pStart, int& seenFacet) const;
+
     // --- Dt3Insertion.cpp and, for a vertex outside the hull, Dt3Hull.cpp: one vertex ---
 
     struct Insertion
@@ -172,6 +175,7 @@ private:
     void extendSpan(const std::vector<Point3*>& vNewVertices);
     void addLeftOut(const std::vector<Point3*>& vUserHandles, std::vector<Point3*>& vNewVertices) const;
 
+    Location locateFrom(const Point3& p, Tet3* pStart) const;
     Location walk(const Point3* pVtx, Tet3* pTet, std::size_t maxTests) const;
     static Tet3* giveUp(Tet3* pTet);
     Tet3* findNearerTet(const Point3& p, Tet3* pTet, std::size_t numLooks) const;

@@ -91,18 +91,34 @@ Tet3* Dt3::findNearerTet(const Point3& p, Tet3* pTet, std::size_t numLooks) cons
     return pNearVtx != nullptr && getSquaredDistance(p, *pNearVtx) < least ? pNearVtx->getOneTet() : pNearest;
 }
 
-Tet3* Dt3::locate(const Point3& p, Tet3* pStart) const
+Dt3::Location Dt3::locateFrom(const Point3& p, Tet3* pStart) const
 {
+    const Location nowhere = {nullptr, LOCATE_GAVE_UP, 0};
     if (!isFinite(p))
-        return nullptr;
+        return nowhere;
     // Records of removed tetrahedra stay, marked, until they hold others.
     const bool bStartIsLive = pStart != nullptr && !pStart->hasBeenVisited;
     Tet3* pNear = bStartIsLive ? pStart : findNearbyTet(p);
     if (pNear == nullptr)
-        return nullptr;
+        return nowhere;
     const Point3 query(p);
-    const Location location = locateInMesh(&query, pNear);
+    return locateInMesh(&query, pNear);
+}
+
+Tet3* Dt3::locate(const Point3& p, Tet3* pStart) const
+{
+    const Location location = locateFrom(p, pStart);
     return location.result == LOCATED_INSIDE || location.result == LOCATED_VERTEX ? location.pTet : nullptr;
+}
+
+Tet3* Dt3::locateClosed(const Point3& p, Tet3* pStart, int& seenFacet) const
+{
+    const Location location = locateFrom(p, pStart);
+    const bool bAtHull = location.result >= 0;
+    const bool bBeyond =
+        bAtHull && predicates.getOrientation3(location.pTet, location.result, &p) == ORIENTATION3_NEGATIVE;
+    seenFacet = bBeyond ? location.result : -1;
+    return location.result == LOCATE_GAVE_UP ? nullptr : location.pTet;
 }
 
 // Reports a walk without an end, and makes a random move, so that a caller that tries again starts elsewhere.

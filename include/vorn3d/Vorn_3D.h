@@ -42,8 +42,8 @@ class Dt3;
 /// until the next insertion. The triangulation owns both; clients never delete them.
 ///
 /// Threads: an insertion, and setting an observer or the verbosity, must be alone. Between insertions any
-/// number of threads may read one triangulation: is3D(), locate(), getVertices(), getTetrahedra(),
-/// getTetsAroundVertex() and the handles. Different triangulations are independent.
+/// number of threads may read one triangulation: is3D(), locate(), locateClosed(), getVertices(),
+/// getTetrahedra(), getTetsAroundVertex() and the handles. Different triangulations are independent.
 ///
 /// Errors: wrong usage is reported on standard output and throws VornException; the triangulation is then as
 /// it was. Running out of memory for the mesh ends the process after a message.
@@ -121,6 +121,12 @@ public:
     /// answer is for queries along a path. If pStart is null, or an insertion has removed it, the walk starts
     /// as without it; it must otherwise be of this triangulation.
     Tet3* locate(const Point3& p, Tet3* pStart);
+
+    /// The same for the convex hull with its boundary: a tetrahedron that contains p, in its interior or on
+    /// its boundary; seenFacet is -1 then. If p is outside, the result is a tetrahedron at the hull, and its
+    /// hull facet number seenFacet is one that p is strictly beyond. Null if p is not finite or there is no
+    /// mesh yet. Exact; the walk is that of locate().
+    Tet3* locateClosed(const Point3& p, Tet3* pStart, int& seenFacet) const;
 
     /// Appends every stored vertex, triangulated or not, in the order of a space-filling curve. Takes time
     /// linear in their number.
