@@ -13,7 +13,9 @@ else()
   set(form shared)
 endif()
 
-install(TARGETS vorn3d EXPORT Vorn3D-library
+# Of the shared libraries, one finds the other beside it.
+set_target_properties(vorn3d_geometry PROPERTIES INSTALL_RPATH $ORIGIN)
+install(TARGETS vorn3d vorn3d_geometry EXPORT Vorn3D-library
   ARCHIVE COMPONENT development
   LIBRARY COMPONENT library NAMELINK_COMPONENT development
   RUNTIME COMPONENT library)
@@ -37,10 +39,12 @@ configure_package_config_file(${CMAKE_CURRENT_LIST_DIR}/Vorn3DConfig.cmake.in
 install(FILES ${PROJECT_BINARY_DIR}/Vorn3DConfig.cmake ${PROJECT_BINARY_DIR}/Vorn3DConfigVersion.cmake
   DESTINATION ${VORN3D_CONFIG_DIR} COMPONENT development)
 
-# The directories in vorn3d.pc are relative to its own place, so that an installation can be moved.
+# The directories in the .pc files are relative to their own place, so that an installation can be moved.
 set(VORN3D_PC_DIR ${CMAKE_INSTALL_FULL_LIBDIR}/pkgconfig)
 file(RELATIVE_PATH VORN3D_PC_TO_PREFIX ${VORN3D_PC_DIR} ${CMAKE_INSTALL_PREFIX})
 file(RELATIVE_PATH VORN3D_PREFIX_TO_LIB ${CMAKE_INSTALL_PREFIX} ${CMAKE_INSTALL_FULL_LIBDIR})
 file(RELATIVE_PATH VORN3D_PREFIX_TO_INCLUDE ${CMAKE_INSTALL_PREFIX} ${CMAKE_INSTALL_FULL_INCLUDEDIR})
-configure_file(${CMAKE_CURRENT_LIST_DIR}/vorn3d.pc.in ${PROJECT_BINARY_DIR}/vorn3d.pc @ONLY)
-install(FILES ${PROJECT_BINARY_DIR}/vorn3d.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig COMPONENT development)
+foreach(library IN ITEMS vorn3d vorn3d_geometry)
+  configure_file(${CMAKE_CURRENT_LIST_DIR}/${library}.pc.in ${PROJECT_BINARY_DIR}/${library}.pc @ONLY)
+  install(FILES ${PROJECT_BINARY_DIR}/${library}.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig COMPONENT development)
+endforeach()

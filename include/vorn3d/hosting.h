@@ -4,7 +4,8 @@
 
 #include "vorn3d/Export.h"
 
-#include <iosfwd>
+#include <ostream>
+#include <string>
 
 namespace VORN3D
 {
@@ -20,8 +21,7 @@ using FatalHandler = void (*)(const char* message);
 /// Sets what is called in place of ending the process, and returns the one before. By default there is none,
 /// null: the process ends, with exit status 1 or by a signal, after a message
 ///   - when the memory of a pool of vertices or tetrahedra is exhausted (all other memory that runs out is
-///   reported by
-///     `std::bad_alloc`),
+///     reported by `std::bad_alloc`),
 ///   - when the mesh is corrupted, or an object is used in a way that its assertions exclude,
 ///   - when a scene file cannot be opened.
 ///
@@ -29,5 +29,12 @@ using FatalHandler = void (*)(const char* message);
 /// with one exception: when memory was exhausted, as with `std::bad_alloc`, it is valid, holds the points
 /// brought in so far, and the same call completes it. If the handler returns, the process ends.
 VORN3D_EXPORT FatalHandler setFatalHandler(FatalHandler handler);
+
+/// What libraries on top of this one write to: the stream that is set, or one that takes all and shows
+/// nothing.
+VORN3D_EXPORT std::ostream& messages();
+
+/// What they call before they end the process: the handler that is set, if there is one.
+VORN3D_EXPORT void tellFatal(const std::string& message);
 
 } // namespace VORN3D
