@@ -27,6 +27,12 @@ inline double getPowerOfTwo(double x)
     return getDouble(getBits(x) & 0x7ff0000000000000u);
 }
 
+/// The exponent of a power of two that is normal.
+inline int getExponent(double p)
+{
+    return static_cast<int>(getBits(p) >> 52) - 1023;
+}
+
 /// 1 / p for a power of two whose reciprocal is normal.
 inline double getReciprocal(double p)
 {
