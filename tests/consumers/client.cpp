@@ -1,6 +1,7 @@
-// A client that crosses the library's border in the ways that a wrong installation breaks: containers in both
-// directions, records read by inline members, text, an exception.
-#include <vorn3d/Vorn_3D.h>
+// A client that crosses the libraries' borders in the ways that a wrong installation breaks: containers in
+// both directions, records read by inline members, text, an exception, a handle from one library given to the
+// other.
+#include <vorn3d/geometry/locateClosed.h>
 
 #include <iostream>
 
@@ -21,7 +22,10 @@ bool isMeshSound()
     bool bSound = vHandles.size() == vPoints.size() && triangulation.checkValidity("client", true);
     for (std::size_t i = 0; i < vHandles.size(); ++i) {
         const Tet3* const pTet = vHandles[i]->getOneTet();
-        bSound = bSound && *vHandles[i] == vPoints[i] && pTet != nullptr && pTet->hasVertex(vHandles[i]);
+        const VORN3D::Location3 location =
+            VORN3D::locateClosed(triangulation, vPoints[i], vHandles[0]->getOneTet());
+        bSound = bSound && *vHandles[i] == vPoints[i] && pTet != nullptr && pTet->hasVertex(vHandles[i]) &&
+                 location.kind == VORN3D::LocationKind3::VERTEX && location.pTet->hasVertex(vHandles[i]);
     }
     return bSound;
 }
