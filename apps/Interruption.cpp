@@ -1,5 +1,7 @@
 #include "Interruption.h"
 
+#include <ctime>
+
 namespace VORN3D::program
 {
 
@@ -8,9 +10,25 @@ namespace
 
 volatile std::sig_atomic_t bRequested = 0;
 
-extern "C" void requestInterruption(int)
+double getSeconds()
 {
-    bRequested = 1;
+    timespec now = {};
+    clock_gettime(CLOCK_MONOTONIC, &now);
+    return static_cast<double>(now.tv_sec) + 1e-9 * static_cast<double>(now.tv_nsec);
+}
+
+// A signal soon after the first is an echo of it: timeout(1), for one, signals its child and then its group.
+extern "C" void requestInterruption(int signal)
+{
+    constexpr double ECHO_SECONDS = 0.2;
+    static double firstSeconds = 0.0;
+    if (bRequested == 0) {
+        bRequested = 1;
+        firstSeconds = getSeconds();
+    } else if (getSeconds() - firstSeconds > ECHO_SECONDS) {
+        std::signal(signal, SIG_DFL);
+        std::raise(signal);
+    }
 }
 
 } // namespace
@@ -19,7 +37,8 @@ InterruptionWatch::InterruptionWatch() : m_oldInterrupt(), m_oldTerminate()
 {
     struct sigaction action = {};
     action.sa_handler = requestInterruption;
-    action.sa_flags = static_cast<int>(SA_RESETHAND);
+    sigaddset(&action.sa_mask, SIGINT);
+    sigaddset(&action.sa_mask, SIGTERM);
     sigaction(SIGINT, &action, &m_oldInterrupt);
     sigaction(SIGTERM, &action, &m_oldTerminate);
 }

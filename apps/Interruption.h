@@ -14,7 +14,7 @@ public:
 };
 
 /// While it lives, Ctrl-C and the termination signal do not end the process at once but make the next check()
-/// throw Interrupted, so that the work in hand is cleaned up. A system call that waits fails then. A second
+/// throw Interrupted, so that the work in hand is cleaned up. A system call that waits fails then. A later
 /// signal of the kind ends the process at once. One at a time.
 class InterruptionWatch
 {
