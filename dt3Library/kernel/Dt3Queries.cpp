@@ -2,7 +2,7 @@
 #include "kernel/Dt3.h"
 #include "nalo_tools/hosting.h"
 
-#include "kernel/TetSet.h"
+#include "nalo_tools/AddressSet.h"
 #include "nalo_tools/assertion.h"
 #include "nalo_tools/log.h"
 #include "scenes/Visualizer3.h"
@@ -21,7 +21,7 @@ namespace
 template <typename Crosses>
 void flood(Tet3* pStart, const Crosses& crosses, std::vector<Tet3*>& vTets)
 {
-    TetSet seen;
+    AddressSet<Tet3> seen;
     const std::size_t first = vTets.size();
     const auto reach = [&](Tet3* pTet) {
         if (seen.insert(pTet))

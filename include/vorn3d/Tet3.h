@@ -64,6 +64,15 @@ public:
     /// The neighbour across the facet opposite corner ith; null on the hull.
     Tet3* getOppTet(int ith) const;
 
+    /// All four neighbours at once; null on the hull.
+    void getOppTets(Tet3*& p0, Tet3*& p1, Tet3*& p2, Tet3*& p3) const
+    {
+        p0 = aOppTet[0];
+        p1 = aOppTet[1];
+        p2 = aOppTet[2];
+        p3 = aOppTet[3];
+    }
+
     /// The neighbour across the facet opposite the corner pp, which must be a corner of this tetrahedron.
     Tet3* getOppTet(const Point3* pp) const;
 
