@@ -1,0 +1,115 @@
+#include "signedVolume.h"
+
+#include "predicates/FloatFilter.h"
+#include "predicates/IntegerRows.h"
+#include "vertexStar.h"
+
+#include <algorithm>
+#include <climits>
+#include <cmath>
+
+namespace VORN3D
+{
+
+namespace
+{
+
+// The filter's error bound, which is at least 2^-53 times the largest product that entered, times this.
+constexpr double WANTED_ACCURACY = 0x1p-44;
+
+// Sums of a few such numbers do not overflow.
+constexpr double LARGEST_FILTERED = 0x1p1000;
+
+/// value * 2^unitExponent, rounded: from the two words that hold the leading binary digits, of which there
+/// are at least 64 or all.
+template <int Bits>
+ScaledDouble roundPositive(const WideInteger<Bits>& value, int unitExponent)
+{
+    int i = WideInteger<Bits>::numWords - 1;
+    while (i > 0 && value[i] == 0)
+        --i;
+    const double low = i == 0 ? 0.0 : static_cast<double>(value[i - 1]);
+    return {static_cast<double>(value[i]) * 0x1p64 + low, 64 * (i - 1) + unitExponent};
+}
+
+template <int Bits>
+ScaledDouble roundToScaled(const WideInteger<Bits>& value, int unitExponent)
+{
+    if (value.getSign() >= 0)
+        return roundPositive(value, unitExponent);
+    const ScaledDouble opposite = roundPositive(WideInteger<1>(0) - value, unitExponent);
+    return {-opposite.mantissa, opposite.exponent};
+}
+
+/// The determinant of Determinants.h, which has the opposite sign.
+template <class Integer>
+ScaledDouble evaluateVolume(const std::array<Row<Integer>, 3>& rows, int unitExponent)
+{
+    const ScaledDouble determinant = roundToScaled(evaluate(rows), 3 * unitExponent);
+    return {-determinant.mantissa, determinant.exponent};
+}
+
+[[gnu::noinline]] ScaledDouble getVolumeByIntegers(const OrientationPoints& points, double extent)
+{
+    IntegerDifferences<4> differences;
+    if (differences.load(points, extent))
+        return evaluateVolume(differences.getRows<WideInteger<62>>(0), differences.unitExponent);
+    return withLongRows(
+        points, [](const auto& rows, int unitExponent) { return evaluateVolume(rows, unitExponent); });
+}
+
+} // namespace
+
+int getBinaryMagnitude(const ScaledDouble& value)
+{
+    return value.mantissa == 0.0 ? INT_MIN : std::ilogb(value.mantissa) + value.exponent;
+}
+
+double getScaledBy(const ScaledDouble& value, int exponent)
+{
+    return value.mantissa == 0.0 ? 0.0 : std::ldexp(value.mantissa, value.exponent - exponent);
+}
+
+ScaledDouble getSixfoldVolume(const Point3& a, const Point3& b, const Point3& c, const Point3& d)
+{
+    const OrientationPoints points = {a.getCoordinates(), b.getCoordinates(), c.getCoordinates(),
+                                      d.getCoordinates()};
+    const FilterResult filtered = filterOrientation(points[0], points[1], points[2], points[3]);
+    const double magnitude = std::fabs(filtered.det);
+    if (magnitude * WANTED_ACCURACY > filtered.errorBound && magnitude <= LARGEST_FILTERED)
+        return {-filtered.det, 0};
+    return getVolumeByIntegers(points, filtered.extent);
+}
+
+ScaledDouble getSixfoldVolume(const Tet3& tet, int i, const Point3& p)
+{
+    const Corners corners = getCorners(tet);
+    std::array<const Point3*, 4> points = {corners[0], corners[1], corners[2], corners[3]};
+    points[static_cast<std::size_t>(i)] = &p;
+    return getSixfoldVolume(*points[0], *points[1], *points[2], *points[3]);
+}
+
+double findZero(const ScaledDouble& from, const ScaledDouble& to)
+{
+    const int exponent = std::max(getBinaryMagnitude(from), getBinaryMagnitude(to));
+    const double scaledFrom = getScaledBy(from, exponent);
+    return scaledFrom / (scaledFrom - getScaledBy(to, exponent));
+}
+
+std::array<double, 4> getShares(const std::array<ScaledDouble, 4>& values)
+{
+    int exponent = INT_MIN;
+    for (const ScaledDouble& value : values)
+        exponent = std::max(exponent, getBinaryMagnitude(value));
+    std::array<double, 4> shares;
+    double sum = 0.0;
+    for (std::size_t i = 0; i < 4; ++i) {
+        shares[i] = getScaledBy(values[i], exponent);
+        sum += shares[i];
+    }
+    for (double& share : shares)
+        share /= sum;
+    return shares;
+}
+
+} // namespace VORN3D

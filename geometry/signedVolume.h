@@ -1,0 +1,42 @@
+// Volumes of tetrahedra whose relative error is small whatever their shape, and whose sign is exact. Sums of
+// volumes of one sign, and ratios, are then as accurate.
+#pragma once
+
+#include "vorn3d/Point3.h"
+
+#include <array>
+
+namespace VORN3D
+{
+
+class Tet3;
+
+/// mantissa * 2^exponent: a number that neither over- nor underflows.
+struct ScaledDouble
+{
+    double mantissa;
+    int exponent;
+};
+
+/// The exponent of the largest power of two that does not exceed the value's magnitude; INT_MIN for zero.
+int getBinaryMagnitude(const ScaledDouble& value);
+
+/// value * 2^-exponent.
+double getScaledBy(const ScaledDouble& value, int exponent);
+
+/// (b - a) x (c - a) . (d - a), six times the volume, with a relative error below 2^-43: exactly zero iff the
+/// points are coplanar, else of the sign of their orientation. For all finite points.
+ScaledDouble getSixfoldVolume(const Point3& a, const Point3& b, const Point3& c, const Point3& d);
+
+/// The volume of the tetrahedron with its corner i replaced by p, sixfold: the distance of p from facet i, in
+/// a unit of the facet's, positive on the inner side.
+ScaledDouble getSixfoldVolume(const Tet3& tet, int i, const Point3& p);
+
+/// from / (from - to), for numbers of which neither is zero, of opposite signs: where a linear function with
+/// these values at 0 and 1 is zero.
+double findZero(const ScaledDouble& from, const ScaledDouble& to);
+
+/// The shares that numbers, none negative and one positive, have in their sum.
+std::array<double, 4> getShares(const std::array<ScaledDouble, 4>& values);
+
+} // namespace VORN3D
