@@ -1,7 +1,7 @@
 // The driver: from an insertion call to a sequence of single vertices, and the start-up before there is a
 // mesh.
 #include "kernel/Dt3.h"
-#include "nalo_tools/hosting.h"
+#include "vorn3d/hosting.h"
 
 #include "nalo_tools/assertion.h"
 #include "nalo_tools/log.h"

@@ -2,7 +2,7 @@
 // conflict region, whose tetrahedra are doomed), remove them, and join the vertex to every facet of the
 // cavity that it sees (the star). A vertex outside the hull is also joined to the hull facets that it sees.
 #include "kernel/Dt3.h"
-#include "nalo_tools/hosting.h"
+#include "vorn3d/hosting.h"
 
 #include "nalo_tools/assertion.h"
 #include "nalo_tools/log.h"

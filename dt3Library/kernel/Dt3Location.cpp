@@ -2,7 +2,7 @@
 // Walking in a triangulation, 2002). In a Delaunay mesh every step lowers the power of the point with respect
 // to the current circumscribed sphere, so the walk cannot cycle; the watchdog is for broken meshes.
 #include "kernel/Dt3.h"
-#include "nalo_tools/hosting.h"
+#include "vorn3d/hosting.h"
 
 #include "nalo_tools/assertion.h"
 #include "nalo_tools/log.h"

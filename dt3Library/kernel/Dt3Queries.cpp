@@ -1,6 +1,6 @@
 // Reading the mesh back, as lists, as text and as a scene.
 #include "kernel/Dt3.h"
-#include "nalo_tools/hosting.h"
+#include "vorn3d/hosting.h"
 
 #include "nalo_tools/AddressSet.h"
 #include "nalo_tools/assertion.h"

@@ -2,7 +2,7 @@
 // these local conditions hold everywhere makes the whole a Delaunay tetrahedralization (B. Delaunay, Sur la
 // sphere vide, 1934).
 #include "kernel/Dt3.h"
-#include "nalo_tools/hosting.h"
+#include "vorn3d/hosting.h"
 
 #include "mesh/indexTables.h"
 #include "nalo_tools/assertion.h"

@@ -1,5 +1,5 @@
 #include "kernel/Star.h"
-#include "nalo_tools/hosting.h"
+#include "vorn3d/hosting.h"
 
 #include "mesh/indexTables.h"
 #include "mesh/runningLabel.h"

@@ -1,8 +1,8 @@
 #include "vorn3d/Iterators.h"
 
 #include "nalo_tools/assertion.h"
-#include "nalo_tools/hosting.h"
 #include "vorn3d/Tet3.h"
+#include "vorn3d/hosting.h"
 
 #include <string>
 

@@ -3,7 +3,7 @@
 #include "mesh/indexTables.h"
 #include "mesh/runningLabel.h"
 #include "nalo_tools/assertion.h"
-#include "nalo_tools/hosting.h"
+#include "nalo_tools/endProcess.h"
 #include "nalo_tools/log.h"
 #include "nalo_tools/rangeChecks.h"
 #include "predicates/NaloTest3.h"

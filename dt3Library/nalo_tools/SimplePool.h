@@ -8,7 +8,7 @@
 #pragma once
 
 #include "nalo_tools/assertion.h"
-#include "nalo_tools/hosting.h"
+#include "nalo_tools/endProcess.h"
 
 #include <algorithm>
 #include <cstddef>

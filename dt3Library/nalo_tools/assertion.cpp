@@ -1,8 +1,8 @@
 #include "nalo_tools/assertion.h"
 
-#include "nalo_tools/hosting.h"
 #include "nalo_tools/log.h"
 #include "vorn3d/VornException.h"
+#include "vorn3d/hosting.h"
 
 #include <cstdlib>
 #include <iostream>

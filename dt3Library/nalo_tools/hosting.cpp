@@ -1,7 +1,6 @@
-#include "nalo_tools/hosting.h"
+#include "vorn3d/hosting.h"
 
 #include <atomic>
-#include <cstdlib>
 #include <iostream>
 
 namespace VORN3D
@@ -38,13 +37,6 @@ void tellFatal(const std::string& message)
 {
     if (const FatalHandler handler = fatalHandler.load())
         handler(message.c_str());
-}
-
-void endProcess(const std::string& message)
-{
-    messages().flush();
-    tellFatal(message);
-    std::exit(1);
 }
 
 } // namespace VORN3D

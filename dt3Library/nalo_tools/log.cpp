@@ -1,6 +1,6 @@
 #include "nalo_tools/log.h"
 
-#include "nalo_tools/hosting.h"
+#include "vorn3d/hosting.h"
 
 #include <cstdlib>
 

@@ -1,6 +1,6 @@
 #include "vorn3d/timer.h"
 
-#include "nalo_tools/hosting.h"
+#include "vorn3d/hosting.h"
 
 #include <chrono>
 #include <iomanip>

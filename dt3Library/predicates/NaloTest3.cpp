@@ -1,5 +1,5 @@
 #include "predicates/NaloTest3.h"
-#include "nalo_tools/hosting.h"
+#include "nalo_tools/endProcess.h"
 
 #include "nalo_tools/log.h"
 #include "predicates/ExactSign.h"

@@ -1,7 +1,7 @@
 #include "vorn3d/Triangle3.h"
 
 #include "nalo_tools/assertion.h"
-#include "nalo_tools/hosting.h"
+#include "vorn3d/hosting.h"
 
 #include <iostream>
 

@@ -1,6 +1,6 @@
 #include "vorn3d/Vector3.h"
 
-#include "nalo_tools/hosting.h"
+#include "vorn3d/hosting.h"
 
 #include "vorn3d/Point3.h"
 

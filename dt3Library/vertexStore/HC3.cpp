@@ -1,5 +1,5 @@
 #include "vertexStore/HC3.h"
-#include "nalo_tools/hosting.h"
+#include "nalo_tools/endProcess.h"
 
 #include "nalo_tools/assertion.h"
 #include "values/squaredDistance.h"
