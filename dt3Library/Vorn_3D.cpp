@@ -19,12 +19,17 @@ Point3* Vorn_3D::insert(Point3& p)
 void Vorn_3D::insert(std::vector<Point3>& vInputPoints)
 {
     std::vector<Point3*> vHandles;
-    m_pDt->insert(vInputPoints, vHandles);
+    m_pDt->insert(vInputPoints, vHandles, Dt3::Order::ALONG_CURVE);
 }
 
 void Vorn_3D::insert(std::vector<Point3>& vInputPoints, std::vector<Point3*>& vUserHandles)
 {
-    m_pDt->insert(vInputPoints, vUserHandles);
+    m_pDt->insert(vInputPoints, vUserHandles, Dt3::Order::ALONG_CURVE);
+}
+
+void Vorn_3D::insertOrdered(std::vector<Point3>& vInputPoints, std::vector<Point3*>& vUserHandles)
+{
+    m_pDt->insert(vInputPoints, vUserHandles, Dt3::Order::AS_GIVEN);
 }
 
 void Vorn_3D::setProgressObserver(ProgressObserver observer)

@@ -122,6 +122,12 @@ void insertBatch(Vorn_3D& dt, Points& vPoints)
     dt.insert(vPoints, vHandles);
 }
 
+void insertOrdered(Vorn_3D& dt, Points& vPoints)
+{
+    std::vector<Point3*> vHandles;
+    dt.insertOrdered(vPoints, vHandles);
+}
+
 void insertSingly(Vorn_3D& dt, Points& vPoints)
 {
     for (Point3& p : vPoints)
@@ -191,11 +197,14 @@ TEST_P(OutOfMemoryTest, LeavesAnInsertionSoundAndCompletable)
 
 INSTANTIATE_TEST_SUITE_P(Cases, OutOfMemoryTest,
                          testing::Values(Case{"EmptyBatch", {}, insertBatch, true},
+                                         Case{"EmptyOrdered", {}, insertOrdered, true},
                                          Case{"EmptySingly", {}, insertSingly, false},
                                          Case{"CoplanarBatch", COPLANAR, insertBatch, true},
+                                         Case{"CoplanarOrdered", COPLANAR, insertOrdered, true},
                                          Case{"CoplanarSingly", COPLANAR, insertSingly, false},
                                          Case{"SpannedBatch", SPANNED, insertBatch, true},
                                          Case{"SolidBatch", SOLID, insertBatch, true},
+                                         Case{"SolidOrdered", SOLID, insertOrdered, true},
                                          Case{"SolidSingly", SOLID, insertSingly, true}),
                          [](const auto& test) { return test.param.name; });
 

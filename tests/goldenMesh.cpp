@@ -10,6 +10,8 @@
 #include <array>
 #include <cstdint>
 #include <iostream>
+#include <iterator>
+#include <numeric>
 
 namespace VORN3D::tests
 {
@@ -47,20 +49,43 @@ std::uint64_t getHash(const Vorn_3D& dt)
     return hash;
 }
 
-std::uint64_t getHashOfSet(const std::string& name, std::size_t num)
+std::vector<Point3> inCanonicalOrder(const std::vector<Point3>& vPoints)
+{
+    std::vector<std::uint64_t> vIndices(vPoints.size());
+    std::iota(vIndices.begin(), vIndices.end(), std::uint64_t{0});
+    std::vector<Point3> vOrdered;
+    for (const std::size_t position : getCanonicalOrder(vPoints, vIndices, Bbox3(vPoints)))
+        vOrdered.push_back(vPoints[position]);
+    return vOrdered;
+}
+
+void insertAlongCurve(Vorn_3D& dt, std::vector<Point3> vPoints)
+{
+    dt.insert(vPoints);
+}
+
+void insertInCanonicalOrder(Vorn_3D& dt, std::vector<Point3> vPoints)
+{
+    std::vector<Point3> vOrdered = inCanonicalOrder(vPoints);
+    std::vector<Point3*> vHandles;
+    dt.insertOrdered(vOrdered, vHandles);
+}
+
+using Insertion = void (*)(Vorn_3D&, std::vector<Point3>);
+
+std::uint64_t getHashOfSet(const std::string& name, std::size_t num, Insertion insert)
 {
     const auto& vSets = getPointSets();
     const auto set =
         std::find_if(vSets.begin(), vSets.end(), [&](const PointSet& s) { return s.name == name; });
-    std::vector<Point3> vPoints = makePoints(*set, num);
     Vorn_3D dt;
-    dt.insert(vPoints);
+    insert(dt, makePoints(*set, num));
     return getHash(dt);
 }
 
-bool isAsExpected(const std::string& name, std::size_t num, std::uint64_t expected)
+bool isAsExpected(const std::string& name, std::size_t num, Insertion insert, std::uint64_t expected)
 {
-    const std::uint64_t hash = getHashOfSet(name, num);
+    const std::uint64_t hash = getHashOfSet(name, num, insert);
     std::cout << name << ": " << hash << ", expected " << expected << std::endl;
     return hash == expected;
 }
@@ -71,9 +96,12 @@ bool isAsExpected(const std::string& name, std::size_t num, std::uint64_t expect
 
 int main()
 {
-    using VORN3D::tests::isAsExpected;
-    const bool bUniform = isAsExpected("UniformCube", 5000, 3095987487718199781u);
-    const bool bGrid = isAsExpected("Grid", 3000, 8267784413546751409u);
-    const bool bSphere = isAsExpected("RoundedSphere", 2000, 8075639460702718698u);
-    return bUniform && bGrid && bSphere ? 0 : 1;
+    using namespace VORN3D::tests;
+    const bool aSame[] = {isAsExpected("UniformCube", 5000, insertAlongCurve, 3095987487718199781u),
+                          isAsExpected("Grid", 3000, insertAlongCurve, 8267784413546751409u),
+                          isAsExpected("RoundedSphere", 2000, insertAlongCurve, 8075639460702718698u),
+                          isAsExpected("UniformCube", 5000, insertInCanonicalOrder, 3095987487718199781u),
+                          isAsExpected("Grid", 3000, insertInCanonicalOrder, 7765875101834669015u),
+                          isAsExpected("LatticeSphere", 2000, insertInCanonicalOrder, 1881378717269860648u)};
+    return std::all_of(std::begin(aSame), std::end(aSame), [](bool bSame) { return bSame; }) ? 0 : 1;
 }

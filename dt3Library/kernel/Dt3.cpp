@@ -1,15 +1,14 @@
 // The driver: from an insertion call to a sequence of single vertices, and the start-up before there is a
 // mesh.
 #include "kernel/Dt3.h"
-#include "vorn3d/hosting.h"
 
+#include "kernel/Sequences.h"
 #include "nalo_tools/assertion.h"
 #include "nalo_tools/log.h"
 #include "values/isFinite.h"
-#include "vertexStore/WalkStarts.h"
+#include "vorn3d/hosting.h"
 
 #include <algorithm>
-#include <cmath>
 #include <string>
 #include <utility>
 
@@ -35,53 +34,16 @@ void requireFinite(const Point3* pPoints, std::size_t numPoints)
     VORN_ASSERT(isFinite(*pBad));
 }
 
-using Positions = std::vector<std::uint32_t>;
-
-// Recursive halving: the median of [first, last) goes to level k, the medians of its halves to level k + 1,
-// and so on; what remains at the last level goes there in order.
-void distribute(std::uint32_t first, std::uint32_t last, std::size_t k, std::vector<Positions>& vLevels)
-{
-    const std::size_t lastLevel = vLevels.size() - 1;
-    std::uint32_t num = last - first;
-    while (num > 1 && k < lastLevel) {
-        const std::uint32_t mid = first + num / 2;
-        vLevels[k].push_back(mid);
-        ++k;
-        distribute(first, mid, k, vLevels);
-        first = mid + 1;
-        num = last - first;
-    }
-    if (first == last)
-        return;
-    VORN_ASSERT_TEXT(num > 0, "num>0");
-    for (std::uint32_t position = first; position < last; ++position)
-        vLevels[k].push_back(position);
-}
-
-// The order of insertion of n vertices on a curve, from coarse to fine: each level is spread evenly over the
-// curve, the last one holds runs of about 16 consecutive vertices. Alternating the direction makes the end of
-// one level lie near the start of the next.
-Positions makeInsertionOrder(std::size_t n)
-{
-    VORN_ASSERT(n <= UINT32_MAX);
-    const auto numHalvings = static_cast<int>(std::ceil(std::log(double(n)) / std::log(2.0)));
-    std::vector<Positions> vLevels(static_cast<std::size_t>(std::max(numHalvings - 4, 0)) + 1);
-    distribute(0, static_cast<std::uint32_t>(n), 0, vLevels);
-    Positions vOrder;
-    vOrder.reserve(n);
-    for (std::size_t k = 0; k < vLevels.size(); ++k)
-        if (k % 2 == 0)
-            vOrder.insert(vOrder.end(), vLevels[k].rbegin(), vLevels[k].rend());
-        else
-            vOrder.insert(vOrder.end(), vLevels[k].begin(), vLevels[k].end());
-    return vOrder;
-}
+// Walks are judged after so many insertions each time; they are long if they take so many facet tests on
+// average, well above the 6 to 13 of a walk along a good curve.
+constexpr std::size_t JUDGED_WALKS = 1024;
+constexpr std::size_t LONG_WALK = 32;
 
 } // namespace
 
 Dt3::Dt3() : hc(HILBERT_BITS), spannedFlat(predicates) {}
 
-void Dt3::insert(std::vector<Point3>& vInputPoints, std::vector<Point3*>& vUserHandles)
+void Dt3::insert(std::vector<Point3>& vInputPoints, std::vector<Point3*>& vUserHandles, Order order)
 {
     if (bVerbose)
         messages() << "Dt3::insert(vector,vector) has been called" << std::endl;
@@ -98,7 +60,9 @@ void Dt3::insert(std::vector<Point3>& vInputPoints, std::vector<Point3*>& vUserH
     std::vector<Point3*> vNewVertices;
     hc.insert(vInputPoints, vUserHandles, vNewVertices);
     if (!bFullDimensional || bStartingUp)
-        startUp(vInputPoints.size(), vNewVertices);
+        startUp(vUserHandles, vNewVertices, order);
+    else if (order == Order::AS_GIVEN)
+        insertAll(InGivenOrder(vUserHandles), hc.findNearbyTet(*vUserHandles.front()));
     else {
         if (bSomeLeftOut)
             addLeftOut(vUserHandles, vNewVertices);
@@ -118,11 +82,13 @@ Point3* Dt3::insert(Point3& p)
         insertVertex(&pVtx, pLastTet);
         return pVtx;
     }
-    extendSpan({pVtx});
-    Tet3* pFirstTet = createInitialTet();
-    if (pFirstTet != nullptr && hc.getNumVertices() > 4) {
+    noteArrivals({pVtx}, {pVtx}, Order::ALONG_CURVE);
+    Tet3* pFirstTet = createInitialTet(Order::ALONG_CURVE);
+    if (pFirstTet != nullptr) {
+        forgetArrivals();
         std::vector<Point3*> vNone;
-        triangulate(vNone, pFirstTet);
+        if (hc.getNumVertices() > 4)
+            triangulate(vNone, pFirstTet);
     }
     return pVtx;
 }
@@ -135,20 +101,25 @@ bool Dt3::triangulate(std::vector<Point3*>& vVertices, Tet3* pLastTet)
         messages() << "Attention: triangulate has got an empty vector" << std::endl;
         return true;
     }
-    const Positions vOrder = makeInsertionOrder(vVertices.size());
-    WalkStarts walkStarts(vVertices, vOrder);
+    return insertAll(CoarseToFine(vVertices), pLastTet);
+}
+
+// Says whether all are in.
+template <class Sequence>
+bool Dt3::insertAll(Sequence sequence, Tet3* pLastTet)
+{
     std::size_t numWalkTests = 0;
-    for (std::size_t numDone = 0; numDone < vOrder.size(); ++numDone) {
-        if (numDone % OBSERVED_VERTICES == 0 && !isToGoOn(numDone, vOrder.size()))
+    for (std::size_t numDone = 0; numDone < sequence.size(); ++numDone) {
+        if (numDone % OBSERVED_VERTICES == 0 && !isToGoOn(numDone, sequence.size()))
             return false;
-        if (numDone % WalkStarts::SAMPLE_SIZE == 0)
-            walkStarts.judge(std::exchange(numWalkTests, 0));
-        Point3* pVtx = vVertices[vOrder[numDone]];
-        const Insertion insertion = insertVertex(&pVtx, walkStarts.getStart(numDone, pLastTet));
+        if (numDone % JUDGED_WALKS == 0 && std::exchange(numWalkTests, 0) > LONG_WALK * JUDGED_WALKS)
+            sequence.shortenWalks(numDone);
+        Point3* pVtx = sequence.getVertex(numDone);
+        const Insertion insertion = insertVertex(&pVtx, sequence.getStart(numDone, pLastTet));
         pLastTet = insertion.pTet;
         numWalkTests += insertion.numWalkTests;
     }
-    isToGoOn(vOrder.size(), vOrder.size());
+    isToGoOn(sequence.size(), sequence.size());
     return true;
 }
 
@@ -159,43 +130,64 @@ bool Dt3::isToGoOn(std::size_t numDone, std::size_t numTotal) const
 
 // The first batch that makes the triangulation three-dimensional brings in what earlier calls have stored. If
 // it ends early, the next batch does.
-void Dt3::startUp(std::size_t numPoints, std::vector<Point3*>& vNewVertices)
+void Dt3::startUp(const std::vector<Point3*>& vUserHandles, std::vector<Point3*>& vNewVertices, Order order)
 {
-    if (!bFullDimensional)
-        extendSpan(vNewVertices);
-    Tet3* pStartTet = bStartingUp ? hc.findNearbyTet(*spannedFlat.getVertices().front()) : createInitialTet();
+    noteArrivals(vUserHandles, vNewVertices, order);
+    Tet3* pStartTet =
+        bStartingUp ? hc.findNearbyTet(*spannedFlat.getVertices().front()) : createInitialTet(order);
     if (pStartTet == nullptr)
         return;
     bStartingUp = true;
-    const std::size_t numStored = hc.getNumVertices();
-    if (numStored != numPoints || numStored != vNewVertices.size()) {
-        vNewVertices.clear();
-        hc.getVertices(vNewVertices);
+    if (order == Order::AS_GIVEN)
+        bStartingUp = !insertAll(InGivenOrder(vArrived), pStartTet);
+    else {
+        const std::size_t numStored = hc.getNumVertices();
+        if (numStored != vUserHandles.size() || numStored != vNewVertices.size()) {
+            vNewVertices.clear();
+            hc.getVertices(vNewVertices);
+        }
+        bStartingUp = !triangulate(vNewVertices, pStartTet);
     }
-    bStartingUp = !triangulate(vNewVertices, pStartTet);
+    if (!bStartingUp)
+        forgetArrivals();
 }
 
-// A call that ran out of memory may have stored vertices that were not looked at.
-void Dt3::extendSpan(const std::vector<Point3*>& vNewVertices)
+// What a batch along the curve is to bring in, the vertex store tells. A call that ran out of memory, or was
+// one of those, may have stored vertices that are not noted; they are added in curve order.
+void Dt3::noteArrivals(const std::vector<Point3*>& vUserHandles, const std::vector<Point3*>& vNewVertices,
+                       Order order)
 {
-    if (hc.getNumVertices() == numSpanned)
+    const std::size_t numStored = hc.getNumVertices();
+    if (numArrived == numStored)
         return;
     std::vector<Point3*> vStored;
-    const bool bNewOnly = numSpanned + vNewVertices.size() == hc.getNumVertices();
+    const bool bNewOnly = numArrived + vNewVertices.size() == numStored;
     if (!bNewOnly)
         hc.getVertices(vStored);
     for (Point3* pVtx : bNewOnly ? vNewVertices : vStored)
         spannedFlat.tryAdd(pVtx);
-    numSpanned = hc.getNumVertices();
+    if (order == Order::ALONG_CURVE && spannedFlat.isFullDimensional())
+        return;
+    vArrived.insert(vArrived.end(), vUserHandles.begin(), vUserHandles.end());
+    vArrived.insert(vArrived.end(), vStored.begin(), vStored.end());
+    numArrived = numStored;
 }
 
-Tet3* Dt3::createInitialTet()
+void Dt3::forgetArrivals()
+{
+    std::vector<Point3*>().swap(vArrived);
+}
+
+Tet3* Dt3::createInitialTet(Order order)
 {
     VORN_ASSERT(!bFullDimensional);
     if (!spannedFlat.isFullDimensional())
         return nullptr;
-    std::vector<Point3*> vVertices;
-    hc.getVertices(vVertices);
+    std::vector<Point3*> vVertices = vArrived;
+    if (order == Order::ALONG_CURVE) {
+        vVertices.clear();
+        hc.getVertices(vVertices);
+    }
     AffineBasis first(predicates);
     for (auto it = vVertices.begin(); it != vVertices.end() && !first.isFullDimensional(); ++it)
         first.tryAdd(*it);

@@ -51,8 +51,11 @@ public:
 
     // --- Dt3.cpp: the driver ---
 
+    /// In which order the vertices of a batch enter the mesh.
+    enum class Order { ALONG_CURVE, AS_GIVEN };
+
     /// Inserts a batch and fills vUserHandles with one vertex for each input point, in input order.
-    void insert(std::vector<Point3>& vInputPoints, std::vector<Point3*>& vUserHandles);
+    void insert(std::vector<Point3>& vInputPoints, std::vector<Point3*>& vUserHandles, Order order);
 
     /// Inserts one point and returns its vertex.
     Point3* insert(Point3& p);
@@ -60,10 +63,6 @@ public:
     /// Inserts vertices into the three-dimensional mesh, coarse to fine; the first walk starts at pLastTet.
     /// Says whether all are in: the progress observer may have ended it.
     bool triangulate(std::vector<Point3*>& vVertices, Tet3* pLastTet);
-
-    /// The first tetrahedron, made of the first four vertices in curve order that are not coplanar; null
-    /// while all are coplanar.
-    Tet3* createInitialTet();
 
     bool is3D() const { return bFullDimensional; }
     void setVerbosity(bool b) { bVerbose = b; }
@@ -171,8 +170,13 @@ private:
     static constexpr int LONG_TURN = 16;
 
     bool isToGoOn(std::size_t numDone, std::size_t numTotal) const;
-    void startUp(std::size_t numPoints, std::vector<Point3*>& vNewVertices);
-    void extendSpan(const std::vector<Point3*>& vNewVertices);
+    template <class Sequence>
+    bool insertAll(Sequence sequence, Tet3* pLastTet);
+    void startUp(const std::vector<Point3*>& vUserHandles, std::vector<Point3*>& vNewVertices, Order order);
+    void noteArrivals(const std::vector<Point3*>& vUserHandles, const std::vector<Point3*>& vNewVertices,
+                      Order order);
+    void forgetArrivals();
+    Tet3* createInitialTet(Order order);
     void addLeftOut(const std::vector<Point3*>& vUserHandles, std::vector<Point3*>& vNewVertices) const;
 
     Location locateFrom(const Point3& p, Tet3* pStart) const;
@@ -224,7 +228,9 @@ private:
     // The batch that made the first tetrahedron has not brought in all that is stored.
     bool bStartingUp = false;
     AffineBasis spannedFlat; // of the vertices stored before there is a mesh
-    std::size_t numSpanned = 0;
+    // The handles of those, in the order in which their points were given, and how many vertices that makes.
+    std::vector<Point3*> vArrived;
+    std::size_t numArrived = 0;
     bool bVerbose = false;
     ProgressObserver progressObserver;
     HullEdgeHints hullEdgeHints;

@@ -3,13 +3,13 @@
 
 #include "nalo_tools/assertion.h"
 #include "values/squaredDistance.h"
+#include "vertexStore/FineCurve.h"
 
 #include <algorithm>
 #include <atomic>
 #include <cmath>
 #include <iterator>
 #include <new>
-#include <numeric>
 
 namespace VORN3D
 {
@@ -25,24 +25,6 @@ double takeBatchEnlargement()
 {
     static std::atomic<bool> bFirst{true};
     return bFirst.exchange(false, std::memory_order_relaxed) ? FIRST_ENLARGEMENT : LATER_ENLARGEMENT;
-}
-
-// Sorts by the upper half of each number, keeping the order of equal ones: least significant digit first.
-void sortByUpperHalf(std::vector<std::uint64_t>& vNumbers)
-{
-    constexpr unsigned DIGIT_BITS = 11;
-    constexpr std::size_t NUM_DIGITS = std::size_t{1} << DIGIT_BITS;
-    std::vector<std::uint64_t> vSorted(vNumbers.size());
-    for (unsigned shift = 32; shift < 64; shift += DIGIT_BITS) {
-        const auto getDigit = [shift](std::uint64_t number) { return (number >> shift) & (NUM_DIGITS - 1); };
-        std::size_t aEnd[NUM_DIGITS + 1] = {};
-        for (const std::uint64_t number : vNumbers)
-            ++aEnd[getDigit(number) + 1];
-        std::partial_sum(std::begin(aEnd), std::end(aEnd), std::begin(aEnd));
-        for (const std::uint64_t number : vNumbers)
-            vSorted[aEnd[getDigit(number)]++] = number;
-        vNumbers.swap(vSorted);
-    }
 }
 
 } // namespace
@@ -212,7 +194,8 @@ std::vector<std::uint64_t> HC3::getSortedKeyIndexPairs(const std::vector<Point3>
     vPairs.reserve(vInput.size());
     for (const Point3& p : vInput)
         vPairs.push_back(std::uint64_t{getHilbertIndex(p)} << 32 | vPairs.size());
-    sortByUpperHalf(vPairs);
+    std::vector<std::uint64_t> vScratch(vPairs.size());
+    sortByUpperHalf(vPairs.data(), vPairs.size(), vScratch.data());
     return vPairs;
 }
 

@@ -1,8 +1,7 @@
 // HilbertGrid numbers the cells of a box along a three-dimensional Hilbert curve.
 //
 // Each axis of the box is cut into 2^(numBits / 3) slabs of its own, so that cells have the proportions of
-// the box. Source of the curve as a state machine: C. Hamilton, Compact Hilbert Indices, Dalhousie University
-// 2006.
+// the box.
 #pragma once
 
 #include "vorn3d/Point3.h"

@@ -12,6 +12,7 @@
 #include "Triangle3.h"
 #include "Vector3.h"
 #include "VornException.h"
+#include "canonicalOrder.h"
 #include "hosting.h"
 #include "testDataGenerators.h"
 #include "timer.h"
@@ -34,9 +35,10 @@ class Dt3;
 /// of the points; it exists as soon as four of them are not coplanar. No vertex lies strictly inside the
 /// circumscribed sphere of a tetrahedron; every decision behind that is exact for any finite coordinates.
 /// Points in special position have several such meshes. Which of them it is depends on the order of
-/// insertion, and so on the points, the batches they come in, and the boxes of these; the box of the first
-/// batch of a process gets a narrower margin than those of all others. So a program that is run again gets
-/// the same mesh, unless several threads insert their first batches at the same time.
+/// insertion, and so, with insert(), on the points, the batches they come in, and the boxes of these; the box
+/// of the first batch of a process gets a narrower margin than those of all others. So a program that is run
+/// again gets the same mesh, unless several threads insert their first batches at the same time. With
+/// insertOrdered() it depends on the order of the points alone.
 ///
 /// Handles: a `Point3*` is valid for the life of the triangulation, a `Tet3*`, and what is made from it,
 /// until the next insertion. The triangulation owns both; clients never delete them.
@@ -92,6 +94,24 @@ public:
     /// index of the first of them.
     void insert(std::vector<Point3>& vInputPoints, std::vector<Point3*>& vUserHandles);
 
+    /// Inserts a batch in the order in which the points are given, with the same promises otherwise: vertices
+    /// enter the mesh in input order, those that earlier calls have stored before there was a mesh in front,
+    /// and the first tetrahedron is made of the first four vertices in that order that are not coplanar.
+    ///
+    /// So the mesh is a function of the points and of their order, whatever the batches, the process and the
+    /// platform are: points inserted by insertOrdered() from the start give the same tetrahedra in one call
+    /// or in several (and singly by insert(), once there is a mesh). And it is so locally: a vertex on a
+    /// sphere counts as outside of it, so that points on a common sphere are triangulated as if they had been
+    /// raised by infinitesimals, each by far more than those before it (a placing triangulation: J. De Loera,
+    /// J. Rambau, F. Santos, Triangulations, 2010, section 4.3). Two sets that agree in some region, in their
+    /// points and in the order of these, have the same tetrahedra there: all those whose circumscribed
+    /// spheres lie in it.
+    ///
+    /// A good order is spatial and comes from coarse to fine, as that of getCanonicalOrder(), and costs as
+    /// much as insert(). In a random one memory is touched all over the place; in an order that sweeps
+    /// through space more tetrahedra are made that do not last.
+    void insertOrdered(std::vector<Point3>& vInputPoints, std::vector<Point3*>& vUserHandles);
+
     /// Called from time to time during long work, with how much of it is done and how much there is in all:
     /// vertices brought into the mesh while a batch is inserted, tetrahedra looked at while the mesh is
     /// checked. At the end both are equal. Returns whether to go on.
@@ -101,12 +121,13 @@ public:
     /// every 4096 vertices or tetrahedra, on the thread that works, and must not use the triangulation.
     ///
     /// If it answers false, or throws, the insertion ends at once. The triangulation is then valid and holds
-    /// the vertices brought in so far, a sample spread evenly over the points of the batch; all other points
-    /// of the batch are stored as vertices without a tetrahedron (`getOneTet()` is null), and the handles are
-    /// filled. Inserting the same points again, in a batch or singly, completes it. If it was the insertion
-    /// that made the triangulation three-dimensional, the next batch brings in all points stored so far. A
-    /// check ends at once too, and answers false: nothing is known of the mesh then. Having met a fault, a
-    /// check goes through the mesh once more from the start to describe the first one.
+    /// the vertices brought in so far, a sample spread evenly over the points of the batch, or the first ones
+    /// if the order is given; all other points of the batch are stored as vertices without a tetrahedron
+    /// (`getOneTet()` is null), and the handles are filled. Inserting the same points again, in a batch or
+    /// singly, completes it. If it was the insertion that made the triangulation three-dimensional, the next
+    /// batch brings in all points stored so far. A check ends at once too, and answers false: nothing is
+    /// known of the mesh then. Having met a fault, a check goes through the mesh once more from the start to
+    /// describe the first one.
     void setProgressObserver(ProgressObserver observer);
 
     /// A tetrahedron that contains p: in its interior, on a facet or edge inside the hull, or as a corner.
