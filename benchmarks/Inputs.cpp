@@ -63,16 +63,25 @@ Points makeUniform(std::size_t num, std::uint64_t seed)
     return collect(num, [&] { return random.inCube(); });
 }
 
-Points makeClusters(std::size_t num, std::uint64_t seed)
+Points makeClustersOfSize(std::size_t num, std::uint64_t seed, double sigma)
 {
-    constexpr double SIGMA = 0.01;
     Random random(seed);
     const Points vCentres = collect(100, [&] { return random.inCube(); });
     return collect(num, [&] {
         const Xyz& c = vCentres[random.index(vCentres.size())];
         const double x = random.gaussian(), y = random.gaussian(), z = random.gaussian();
-        return Xyz{c.x + SIGMA * x, c.y + SIGMA * y, c.z + SIGMA * z};
+        return Xyz{c.x + sigma * x, c.y + sigma * y, c.z + sigma * z};
     });
+}
+
+Points makeClusters(std::size_t num, std::uint64_t seed)
+{
+    return makeClustersOfSize(num, seed, 0.01);
+}
+
+Points makeDeepClusters(std::size_t num, std::uint64_t seed)
+{
+    return makeClustersOfSize(num, seed, 1e-6);
 }
 
 // A point at parameter t of a helix of radius 1 with 10 turns of height 0.5.
@@ -259,6 +268,26 @@ Points makeGeoreferenced(std::size_t num, std::uint64_t seed)
     });
 }
 
+// A survey of hilly ground, with records that have lost their coordinates.
+Points makeGeoreferencedOrigin(std::size_t num, std::uint64_t seed)
+{
+    constexpr std::size_t NUM_LOST = 5;
+    Random random(seed);
+    const auto millimetres = [](double x) { return std::round(x * 1e3) / 1e3; };
+    Points vPoints = collect(num - NUM_LOST, [&] {
+        const double x = random.uniform(0.0, 1000.0), y = random.uniform(0.0, 1000.0);
+        const double height = 140.0 + 30.0 * std::sin(x / 150.0) * std::cos(y / 110.0);
+        return Xyz{millimetres(465000.0 + x), millimetres(5428000.0 + y),
+                   millimetres(height + random.uniform(-0.2, 0.2))};
+    });
+    const Points vLost = collect(NUM_LOST, [&] {
+        const double x = random.uniform(), y = random.uniform();
+        return Xyz{millimetres(x), millimetres(y), 0.0};
+    });
+    vPoints.insert(vPoints.end(), vLost.begin(), vLost.end());
+    return vPoints;
+}
+
 } // namespace
 
 const std::vector<Family>& getFamilies()
@@ -266,6 +295,7 @@ const std::vector<Family>& getFamilies()
     static const std::vector<Family> vFamilies = {
         {"uniform", "uniform in a cube", true, makeUniform},
         {"clusters", "100 Gaussian clusters", true, makeClusters},
+        {"deepClusters", "100 Gaussian clusters of 10^-6 of the size of all", true, makeDeepClusters},
         {"helix", "in a tube along a helix", true, makeHelixTube},
         {"snapped", "uniform, snapped to multiples of 2^-10", false, makeSnapped},
         {"grid", "integer grid", false, makeGrid},
@@ -275,6 +305,8 @@ const std::vector<Family>& getFamilies()
         {"outlier", "cluster, and one point 10^6 times its size away", true, makeOutlier},
         {"farOutlier", "cluster, and one point 10^12 times its size away", true, makeFarOutlier},
         {"georeferenced", "millimetres at a large offset", false, makeGeoreferenced},
+        {"georeferencedOrigin", "ground in millimetres at a large offset, and five points at the origin",
+         false, makeGeoreferencedOrigin},
         {"cylinder", "on a cylinder, rounded", true, makeCylinder},
         {"cubeSurface", "on the faces of a cube", true, makeCubeSurface},
         {"planeGrid", "square grid, and one point off it", false, makePlaneGrid},

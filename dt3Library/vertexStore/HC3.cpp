@@ -1,7 +1,7 @@
 #include "vertexStore/HC3.h"
-#include "nalo_tools/endProcess.h"
 
 #include "nalo_tools/assertion.h"
+#include "nalo_tools/endProcess.h"
 #include "values/squaredDistance.h"
 #include "vertexStore/FineCurve.h"
 
@@ -25,6 +25,49 @@ double takeBatchEnlargement()
 {
     static std::atomic<bool> bFirst{true};
     return bFirst.exchange(false, std::memory_order_relaxed) ? FIRST_ENLARGEMENT : LATER_ENLARGEMENT;
+}
+
+// Indices of points in the order of their coordinates; equal points in ascending order.
+std::vector<std::uint32_t> getLexicalOrder(const std::vector<Point3>& vInput,
+                                           const std::vector<std::uint32_t>& vIndices)
+{
+    struct Entry
+    {
+        double x;
+        std::uint32_t index;
+    };
+    std::vector<Entry> vEntries;
+    vEntries.reserve(vIndices.size());
+    for (const std::uint32_t i : vIndices)
+        vEntries.push_back({vInput[i].x(), i});
+    std::sort(vEntries.begin(), vEntries.end(), [&vInput](const Entry& a, const Entry& b) {
+        if (a.x != b.x)
+            return a.x < b.x;
+        const Point3& p = vInput[a.index];
+        const Point3& q = vInput[b.index];
+        return p == q ? a.index < b.index : p < q;
+    });
+    std::vector<std::uint32_t> vSorted(vEntries.size());
+    std::transform(vEntries.begin(), vEntries.end(), vSorted.begin(),
+                   [](const Entry& entry) { return entry.index; });
+    return vSorted;
+}
+
+// The order in which new vertices of one key are inserted: as they came, or if they are many, along a finer
+// curve.
+std::vector<std::uint32_t> getInsertionOrder(const std::vector<Point3>& vInput,
+                                             std::vector<std::uint32_t> vIndices)
+{
+    std::sort(vIndices.begin(), vIndices.end());
+    if (vIndices.size() <= MAX_RUN)
+        return vIndices;
+    std::vector<const Point3*> vPoints(vIndices.size());
+    std::transform(vIndices.begin(), vIndices.end(), vPoints.begin(),
+                   [&vInput](std::uint32_t i) { return &vInput[i]; });
+    std::vector<std::uint32_t> vFine = getFineOrder(vPoints.data(), vPoints.size());
+    for (std::uint32_t& position : vFine)
+        position = vIndices[position];
+    return vFine;
 }
 
 } // namespace
@@ -64,6 +107,14 @@ void HC3::insert(const std::vector<Point3>& vInput, std::vector<Point3*>& vUserH
         // In curve order the input is read all over the place; the next points are on their way meanwhile.
         __builtin_prefetch(&vInput[static_cast<std::uint32_t>(vHIndexIndexPair[std::min(k + 16, siz - 1)])]);
         const auto hIndex = static_cast<std::uint32_t>(vHIndexIndexPair[k] >> 32);
+        if (k + MAX_RUN < siz && vHIndexIndexPair[k + MAX_RUN] >> 32 == hIndex) {
+            std::vector<std::uint32_t> vRun;
+            for (; k < siz && vHIndexIndexPair[k] >> 32 == hIndex; ++k)
+                vRun.push_back(static_cast<std::uint32_t>(vHIndexIndexPair[k]));
+            storeLongRun(hIndex, vRun, vInput, vUserHandles, vNewVertices);
+            --k;
+            continue;
+        }
         const auto i = static_cast<std::uint32_t>(vHIndexIndexPair[k]);
         const auto [position, bNew] = store(hIndex, vInput[i]);
         vUserHandles[i] = sIdxVtx[position].pVtx;
@@ -199,21 +250,70 @@ std::vector<std::uint64_t> HC3::getSortedKeyIndexPairs(const std::vector<Point3>
     return vPairs;
 }
 
+// Where the record is, or belongs.
+HC3::Found HC3::find(const IdxVtx& record) const
+{
+    const CurveOrder::Position position = sIdxVtx.findLowerBound(record);
+    return {position, !(position == sIdxVtx.getEnd()) && !(record < sIdxVtx[position])};
+}
+
 // Puts p into the order, as a new vertex unless there is one with its coordinates. The order compares
 // vertices, so that p becomes one to be looked up; if it is found to be a duplicate, its record waits for the
 // next point.
 HC3::Stored HC3::store(std::uint32_t hIndex, const Point3& p)
 {
-    if (pSpareVertex == nullptr)
-        pSpareVertex = vertexPool.newElement();
-    new (pSpareVertex) Point3(p);
-    const IdxVtx record{hIndex, pSpareVertex};
-    const CurveOrder::Position position = sIdxVtx.findLowerBound(record);
-    if (!(position == sIdxVtx.getEnd()) && !(record < sIdxVtx[position]))
+    const IdxVtx record{hIndex, makeSpareVertex(p)};
+    const auto [position, bFound] = find(record);
+    if (bFound)
         return {position, false};
     const CurveOrder::Position inserted = sIdxVtx.insert(position, record);
     pSpareVertex = nullptr;
     return {inserted, true};
+}
+
+Point3* HC3::makeSpareVertex(const Point3& p)
+{
+    if (pSpareVertex == nullptr)
+        pSpareVertex = vertexPool.newElement();
+    return new (pSpareVertex) Point3(p);
+}
+
+// Stores the points vInput[i] for all i of vRun, ascending, which have the same key. They are looked up in
+// the order of their coordinates, so that neighbours in it are in the cache; but the records of the vertices
+// lie in the order in which these are inserted.
+void HC3::storeLongRun(std::uint32_t hIndex, const std::vector<std::uint32_t>& vRun,
+                       const std::vector<Point3>& vInput, std::vector<Point3*>& vUserHandles,
+                       std::vector<Point3*>& vNewVertices)
+{
+    const std::vector<std::uint32_t> vLexical = getLexicalOrder(vInput, vRun);
+    std::vector<std::uint32_t> vNew;
+    for (std::size_t k = 0; k < vLexical.size(); ++k) {
+        const std::uint32_t i = vLexical[k];
+        if (k > 0 && vInput[vLexical[k - 1]] == vInput[i])
+            continue;
+        Point3 probe(vInput[i]);
+        const auto [position, bFound] = find({hIndex, &probe});
+        if (bFound)
+            vUserHandles[i] = sIdxVtx[position].pVtx;
+        else
+            vNew.push_back(i);
+    }
+
+    for (const std::uint32_t i : getInsertionOrder(vInput, vNew)) {
+        vUserHandles[i] = makeSpareVertex(vInput[i]);
+        pSpareVertex = nullptr;
+        vNewVertices.push_back(vUserHandles[i]);
+    }
+    for (const std::uint32_t i : vNew) {
+        const IdxVtx record{hIndex, vUserHandles[i]};
+        sIdxVtx.insert(find(record).position, record);
+    }
+    Point3* pVtx = nullptr;
+    for (const std::uint32_t i : vLexical) {
+        if (vUserHandles[i] != nullptr)
+            pVtx = vUserHandles[i];
+        vUserHandles[i] = pVtx;
+    }
 }
 
 } // namespace VORN3D

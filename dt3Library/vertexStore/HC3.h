@@ -33,7 +33,8 @@ public:
     std::uint32_t getHilbertIndex(const Point3& q) const;
 
     /// Stores a batch. Afterwards vUserHandles, which must be empty, holds one vertex for each input point,
-    /// and the vertices that are new have been appended to vNewVertices, by key and then in input order. Of
+    /// and the vertices that are new have been appended to vNewVertices in the order in which they are to be
+    /// inserted: by key and then in input order, but more than MAX_RUN of one key along a finer curve. Of
     /// equal points the first makes the vertex. O(n log n).
     void insert(const std::vector<Point3>& vInput, std::vector<Point3*>& vUserHandles,
                 std::vector<Point3*>& vNewVertices);
@@ -65,6 +66,11 @@ public:
     void reindex();
 
 private:
+    struct Found
+    {
+        CurveOrder::Position position;
+        bool bFound;
+    };
     // A vertex for a position, and whether it was made for it.
     struct Stored
     {
@@ -74,7 +80,12 @@ private:
 
     std::vector<std::uint64_t> getSortedKeyIndexPairs(const std::vector<Point3>& vInput) const;
     void takeOver(const Bbox3& box);
+    Found find(const IdxVtx& record) const;
     Stored store(std::uint32_t hIndex, const Point3& p);
+    Point3* makeSpareVertex(const Point3& p);
+    void storeLongRun(std::uint32_t hIndex, const std::vector<std::uint32_t>& vRun,
+                      const std::vector<Point3>& vInput, std::vector<Point3*>& vUserHandles,
+                      std::vector<Point3*>& vNewVertices);
 
     Bbox3 bbox;
     int numBits;
