@@ -1,11 +1,20 @@
 # What all libraries of the project, and their parts, are compiled with.
 
+# The old floating-point unit of 32-bit x86 rounds to double only what is stored; SSE2 always does.
+include(CheckCXXSourceCompiles)
+check_cxx_source_compiles("#ifndef __i386__\n#error\n#endif\nint main() {}" VORN3D_ON_32_BIT_X86)
+
 # The exact predicates need every product and sum rounded once, to double: no contraction, no fast-math.
+set(VORN3D_ARITHMETIC -ffp-contract=off)
+if(VORN3D_ON_32_BIT_X86)
+  list(APPEND VORN3D_ARITHMETIC -msse2 -mfpmath=sse)
+endif()
+
 # Source paths in assertion reports are relative to the project.
 # A client's project without a build type gets an optimised library, too.
 function(vorn3d_set_compile_options target)
   target_compile_features(${target} PUBLIC cxx_std_17)
-  target_compile_options(${target} PRIVATE -ffp-contract=off -ffile-prefix-map=${PROJECT_SOURCE_DIR}/= $<$<CONFIG:>:-O2>)
+  target_compile_options(${target} PRIVATE ${VORN3D_ARITHMETIC} -ffile-prefix-map=${PROJECT_SOURCE_DIR}/= $<$<CONFIG:>:-O2>)
   target_compile_definitions(${target} PRIVATE VORN3D_DIAGNOSTIC=$<BOOL:${VORN3D_DIAGNOSTIC}>)
   set_target_properties(${target} PROPERTIES
     CXX_EXTENSIONS OFF
@@ -49,6 +58,6 @@ function(vorn3d_open_to_tests name library)
     target_link_libraries(${name} INTERFACE ${library})
     target_include_directories(${name} INTERFACE ${ARGN})
     target_compile_definitions(${name} INTERFACE VORN3D_DIAGNOSTIC=$<BOOL:${VORN3D_DIAGNOSTIC}>)
-    target_compile_options(${name} INTERFACE -ffp-contract=off)
+    target_compile_options(${name} INTERFACE ${VORN3D_ARITHMETIC})
   endif()
 endfunction()

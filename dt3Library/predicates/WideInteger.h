@@ -5,7 +5,10 @@
 #pragma once
 
 #include <algorithm>
+#include <climits>
 #include <cstddef>
+#include <cstdint>
+#include <type_traits>
 #if defined(__x86_64__)
 #include <x86intrin.h>
 #endif
@@ -13,16 +16,25 @@
 namespace VORN3D
 {
 
+// The widest words of which the compiler knows the products.
+#if defined(__SIZEOF_INT128__)
 using Word = unsigned long long;
 __extension__ typedef unsigned __int128 DoubleWord;
 __extension__ typedef __int128 SignedDoubleWord;
+#else
+using Word = std::uint32_t;
+using DoubleWord = std::uint64_t;
+using SignedDoubleWord = std::int64_t;
+#endif
+using SignedWord = std::make_signed_t<Word>;
+constexpr int WORD_BITS = static_cast<int>(sizeof(Word)) * CHAR_BIT;
 
 /// Two's complement, least significant word first.
 template <int Bits>
 class WideInteger
 {
 public:
-    static constexpr int numWords = Bits / 64 + 1; // room for Bits and the sign
+    static constexpr int numWords = Bits / WORD_BITS + 1; // room for Bits and the sign
 
     /// Value not set.
     WideInteger() = default;
@@ -32,16 +44,17 @@ public:
     {
         m_aWord[0] = static_cast<Word>(value);
         for (int i = 1; i < numWords; ++i)
-            m_aWord[i] = static_cast<Word>(value >> (i == 1 ? 64 : 127));
+            m_aWord[i] = static_cast<Word>(value >> (i == 1 ? WORD_BITS : 2 * WORD_BITS - 1));
     }
 
     /// The lowest two words, for a number that has no more.
     [[gnu::always_inline]] SignedDoubleWord getDoubleWord() const
     {
         if constexpr (numWords == 1)
-            return static_cast<long long>(m_aWord[0]);
+            return static_cast<SignedWord>(m_aWord[0]);
         else
-            return static_cast<SignedDoubleWord>((static_cast<DoubleWord>(m_aWord[1]) << 64) | m_aWord[0]);
+            return static_cast<SignedDoubleWord>((static_cast<DoubleWord>(m_aWord[1]) << WORD_BITS) |
+                                                 m_aWord[0]);
     }
 
     Word operator[](int i) const { return m_aWord[i]; }
@@ -51,7 +64,10 @@ public:
     Word getWord(int i) const { return i < numWords ? m_aWord[i] : getFill(); }
 
     /// What fills the words beyond the last: all ones if the number is negative, else zero.
-    Word getFill() const { return static_cast<Word>(static_cast<long long>(m_aWord[numWords - 1]) >> 63); }
+    Word getFill() const
+    {
+        return static_cast<Word>(static_cast<SignedWord>(m_aWord[numWords - 1]) >> (WORD_BITS - 1));
+    }
 
     /// -1, 0 or 1.
     int getSign() const
@@ -65,13 +81,13 @@ public:
     static WideInteger shifted(long long value, int shift)
     {
         const WideInteger<64> source(value);
-        const int bit = shift % 64;
+        const int bit = shift % WORD_BITS;
         WideInteger result;
         for (int i = 0; i < numWords; ++i) {
-            const int from = i - shift / 64;
+            const int from = i - shift / WORD_BITS;
             const Word high = from < 0 ? 0 : source.getWord(from);
             const Word low = from < 1 ? 0 : source.getWord(from - 1);
-            result[i] = bit == 0 ? high : (high << bit) | (low >> (64 - bit));
+            result[i] = bit == 0 ? high : (high << bit) | (low >> (WORD_BITS - bit));
         }
         return result;
     }
@@ -92,7 +108,7 @@ namespace wordArithmetic
 #else
     const DoubleWord wide = static_cast<DoubleWord>(a) + b + carry;
     sum = static_cast<Word>(wide);
-    return static_cast<unsigned char>(wide >> 64);
+    return static_cast<unsigned char>(wide >> WORD_BITS);
 #endif
 }
 
@@ -105,11 +121,11 @@ namespace wordArithmetic
 #else
     const DoubleWord wide = static_cast<DoubleWord>(a) - b - borrow;
     difference = static_cast<Word>(wide);
-    return static_cast<unsigned char>(wide >> 64) & 1;
+    return static_cast<unsigned char>(wide >> WORD_BITS) & 1;
 #endif
 }
 
-/// target -= (b as unsigned) * 2^(64 offset) if the mask is all ones; nothing if it is zero.
+/// target -= (b as unsigned) * 2^(WORD_BITS offset) if the mask is all ones; nothing if it is zero.
 template <int N, int M>
 [[gnu::always_inline]] inline void subtractMasked(WideInteger<N>& target, const WideInteger<M>& b, int offset,
                                                   Word mask)
@@ -134,12 +150,12 @@ template <int N, int M>
         for (int j = 0; j < numWordsOfB && i + j < numWords; ++j) {
             carry += static_cast<DoubleWord>(a[i]) * b[j] + product[i + j];
             product[i + j] = static_cast<Word>(carry);
-            carry >>= 64;
+            carry >>= WORD_BITS;
         }
         if (i + numWordsOfB < numWords)
             product[i + numWordsOfB] = static_cast<Word>(carry);
     }
-    // So far a negative factor was taken for the factor plus 2^(64 words of it).
+    // So far a negative factor was taken for the factor plus 2^(WORD_BITS words of it).
     subtractMasked(product, b, numWordsOfA, a.getFill());
     subtractMasked(product, a, numWordsOfB, b.getFill());
     return product;

@@ -5,7 +5,6 @@
 #include "nalo_tools/log.h"
 #include "vorn3d/Tet3.h"
 
-#include <charconv>
 #include <cmath>
 #include <cstdlib>
 #include <locale>
@@ -52,15 +51,7 @@ void Visualizer3::close()
 
 void Visualizer3::writeCoordinates(const Point3& p)
 {
-    // The digits of a stream's default, in a quarter of its time; a number takes at most 13 characters.
-    char text[3 * 14];
-    char* pEnd = text;
-    for (const double coordinate : {p.x(), p.y(), p.z()}) {
-        pEnd = std::to_chars(pEnd, text + sizeof text, coordinate, std::chars_format::general, 6).ptr;
-        *pEnd++ = ' ';
-    }
-    pEnd[-1] = '\n';
-    write(text, pEnd - text);
+    *this << p.x() << ' ' << p.y() << ' ' << p.z() << '\n';
 }
 
 // A list of its own, so that the line width is that of these points only. The points are polylines of one
