@@ -1,8 +1,9 @@
 # Runs PROGRAM and compares its standard output with the file EXPECTED, in which <any> stands for any text within a
 # line. Fails too if the program does.
 #
-#   cmake -DPROGRAM=... -DEXPECTED=... -P CheckOutput.cmake
-execute_process(COMMAND ${PROGRAM} OUTPUT_VARIABLE output RESULT_VARIABLE status)
+#   cmake -DPROGRAM=... -DEXPECTED=... [-DEMULATOR=...] -P CheckOutput.cmake
+execute_process(COMMAND ${EMULATOR} ${PROGRAM} OUTPUT_VARIABLE output RESULT_VARIABLE status)
+string(REPLACE "\r\n" "\n" output "${output}")
 file(READ ${EXPECTED} pattern)
 string(REGEX REPLACE "([][+.*()^$?|\\\\])" "\\\\\\1" pattern "${pattern}")
 string(REPLACE "<any>" "[^\n]*" pattern "${pattern}")
