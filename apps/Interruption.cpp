@@ -1,6 +1,9 @@
 #include "Interruption.h"
 
-#include <ctime>
+#include "platform/platform.h"
+
+#include <chrono>
+#include <csignal>
 
 namespace VORN3D::program
 {
@@ -10,22 +13,17 @@ namespace
 
 volatile std::sig_atomic_t bRequested = 0;
 
-double getSeconds()
-{
-    timespec now = {};
-    clock_gettime(CLOCK_MONOTONIC, &now);
-    return static_cast<double>(now.tv_sec) + 1e-9 * static_cast<double>(now.tv_nsec);
-}
+using Clock = std::chrono::steady_clock; // reading it is safe in a signal handler
 
 // A signal soon after the first is an echo of it: timeout(1), for one, signals its child and then its group.
 extern "C" void requestInterruption(int signal)
 {
-    constexpr double ECHO_SECONDS = 0.2;
-    static double firstSeconds = 0.0;
+    constexpr std::chrono::milliseconds ECHO_TIME(200);
+    static Clock::time_point first;
     if (bRequested == 0) {
         bRequested = 1;
-        firstSeconds = getSeconds();
-    } else if (getSeconds() - firstSeconds > ECHO_SECONDS) {
+        first = Clock::now();
+    } else if (Clock::now() - first > ECHO_TIME) {
         std::signal(signal, SIG_DFL);
         std::raise(signal);
     }
@@ -33,20 +31,14 @@ extern "C" void requestInterruption(int signal)
 
 } // namespace
 
-InterruptionWatch::InterruptionWatch() : m_oldInterrupt(), m_oldTerminate()
+InterruptionWatch::InterruptionWatch()
 {
-    struct sigaction action = {};
-    action.sa_handler = requestInterruption;
-    sigaddset(&action.sa_mask, SIGINT);
-    sigaddset(&action.sa_mask, SIGTERM);
-    sigaction(SIGINT, &action, &m_oldInterrupt);
-    sigaction(SIGTERM, &action, &m_oldTerminate);
+    catchStopSignals(requestInterruption);
 }
 
 InterruptionWatch::~InterruptionWatch()
 {
-    sigaction(SIGINT, &m_oldInterrupt, nullptr);
-    sigaction(SIGTERM, &m_oldTerminate, nullptr);
+    releaseStopSignals();
 }
 
 bool InterruptionWatch::isRequested()

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <csignal> // and POSIX: sigaction
 #include <stdexcept>
 
 namespace VORN3D::program
@@ -26,10 +25,6 @@ public:
 
     static bool isRequested();
     static void check();
-
-private:
-    struct sigaction m_oldInterrupt;
-    struct sigaction m_oldTerminate;
 };
 
 } // namespace VORN3D::program

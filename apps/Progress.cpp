@@ -1,15 +1,12 @@
 #include "Progress.h"
 
 #include "Interruption.h"
+#include "platform/platform.h"
 
 #include <algorithm>
 #include <atomic>
 #include <cstdio>
-#include <cstdlib>
 #include <utility>
-
-#include <sys/ioctl.h>
-#include <unistd.h>
 
 namespace VORN3D::program
 {
@@ -26,19 +23,6 @@ constexpr const char* eraseLine = "\r\033[K";
 /// Whether the line is on the terminal.
 std::atomic<bool> bDrawn{false};
 
-bool canErase()
-{
-    const char* const pTerminal = std::getenv("TERM");
-    return isatty(STDERR_FILENO) != 0 && pTerminal != nullptr && std::string(pTerminal) != "dumb";
-}
-
-std::size_t getNumColumns()
-{
-    winsize size{};
-    const bool bKnown = ioctl(STDERR_FILENO, TIOCGWINSZ, &size) == 0 && size.ws_col > 0;
-    return bKnown ? size.ws_col : 80;
-}
-
 /// Cuts the end off a text in UTF-8 that is too long; a byte is at most one column.
 std::string shorten(const std::string& text, std::size_t maxSize)
 {
@@ -54,7 +38,8 @@ std::string shorten(const std::string& text, std::size_t maxSize)
 } // namespace
 
 Progress::Progress(std::string label, std::size_t total)
-    : m_label(std::move(label)), m_total(total), m_bTerminal(canErase()), m_nextDraw(Clock::now() + delay)
+    : m_label(std::move(label)), m_total(total), m_bTerminal(canEraseLines()),
+      m_nextDraw(Clock::now() + delay)
 {
 }
 

@@ -9,8 +9,6 @@
 #include <cmath>
 #include <sstream>
 
-#include <sys/resource.h>
-
 namespace VORN3D::program
 {
 
@@ -84,13 +82,6 @@ void Statistics::addTo(Report& report) const
     for (std::size_t i = 0; i < aNumOfEdgeRatio.size(); ++i)
         histogram[nameInterval(i)] = aNumOfEdgeRatio[i];
     report.add("edge ratio", histogram);
-}
-
-std::size_t getPeakMemory()
-{
-    rusage usage{};
-    getrusage(RUSAGE_SELF, &usage);
-    return static_cast<std::size_t>(usage.ru_maxrss) * 1024;
 }
 
 } // namespace VORN3D::program

@@ -33,7 +33,4 @@ struct Statistics
 /// Measures a mesh, which must exist.
 Statistics measureMesh(const Vorn_3D& triangulation);
 
-/// The most memory that the process has had, in bytes.
-std::size_t getPeakMemory();
-
 } // namespace VORN3D::program

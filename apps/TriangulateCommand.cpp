@@ -10,6 +10,7 @@
 #include "input/readPoints.h"
 #include "output/meshWriters.h"
 #include "output/picture.h"
+#include "platform/platform.h"
 
 #include "vorn3d/Vorn_3D.h"
 

@@ -4,6 +4,7 @@
 #include "InputError.h"
 #include "Interruption.h"
 #include "TriangulateCommand.h"
+#include "platform/platform.h"
 
 #include "vorn3d/VornException.h"
 #include "vorn3d/version.h"
@@ -42,6 +43,7 @@ ExitStatus parseAndRun(int argc, char** argv)
     ExitStatus status = exitSuccess;
     CLI::App app(description, "vorn3d");
     app.set_version_flag("--version", getVorn3DVersion());
+    app.allow_windows_style_options(false); // a path may begin with a slash
     app.require_subcommand(0, 1);
     app.footer(notes);
     addTriangulateCommand(app, status);
@@ -79,5 +81,6 @@ ExitStatus run(int argc, char** argv)
 
 int main(int argc, char** argv)
 {
+    VORN3D::program::setStandardStreamsBinary();
     return VORN3D::program::run(argc, argv);
 }

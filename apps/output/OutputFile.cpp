@@ -1,6 +1,7 @@
 #include "output/OutputFile.h"
 
 #include "Interruption.h"
+#include "platform/platform.h"
 
 #include <cerrno>
 #include <filesystem>
@@ -80,7 +81,7 @@ std::FILE* OutputFile::openTarget()
     if (isWrittenDirectly(m_path))
         return std::fopen(m_path.c_str(), "wb");
     m_temporaryPath = m_path + "." + std::to_string(getpid()) + ".part";
-    return std::fopen(m_temporaryPath.c_str(), "wbx");
+    return createFile(m_temporaryPath);
 }
 
 void OutputFile::write(std::string_view bytes)
@@ -95,8 +96,12 @@ void OutputFile::commit()
         fail();
     if (m_temporaryPath.empty())
         return;
-    if (std::fclose(m_file.release()) != 0 || std::rename(m_temporaryPath.c_str(), m_path.c_str()) != 0)
+    if (std::fclose(m_file.release()) != 0)
         fail();
+    std::error_code error;
+    fs::rename(m_temporaryPath, m_path, error);
+    if (error)
+        throw std::system_error(error, m_path);
     m_temporaryPath.clear();
 }
 
