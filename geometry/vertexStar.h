@@ -48,8 +48,10 @@ void forEachTetAroundVertex(const Point3& vtx, const Use& use)
             vReached.push_back({pTet, pFrom});
     };
     reach(vtx.getOneTet(), nullptr);
-    for (std::size_t i = 0; i < vReached.size(); ++i) {
-        const StarTet reached = vReached[i];
+    // The list grows meanwhile.
+    std::size_t numDone = 0;
+    while (numDone < vReached.size()) {
+        const StarTet reached = vReached[numDone++];
         const Corners corners = getCorners(*reached.pTet);
         const OppTets neighbors = getOppTets(*reached.pTet);
         if (use(reached, corners, neighbors))
