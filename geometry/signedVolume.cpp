@@ -20,27 +20,6 @@ constexpr double WANTED_ACCURACY = 0x1p-44;
 // Sums of a few such numbers do not overflow.
 constexpr double LARGEST_FILTERED = 0x1p1000;
 
-/// value * 2^unitExponent, rounded: from the two words that hold the leading binary digits, of which there
-/// are at least 64 or all.
-template <int Bits>
-ScaledDouble roundPositive(const WideInteger<Bits>& value, int unitExponent)
-{
-    int i = WideInteger<Bits>::numWords - 1;
-    while (i > 0 && value[i] == 0)
-        --i;
-    const double low = i == 0 ? 0.0 : static_cast<double>(value[i - 1]);
-    return {static_cast<double>(value[i]) * 0x1p64 + low, 64 * (i - 1) + unitExponent};
-}
-
-template <int Bits>
-ScaledDouble roundToScaled(const WideInteger<Bits>& value, int unitExponent)
-{
-    if (value.getSign() >= 0)
-        return roundPositive(value, unitExponent);
-    const ScaledDouble opposite = roundPositive(WideInteger<1>(0) - value, unitExponent);
-    return {-opposite.mantissa, opposite.exponent};
-}
-
 /// The determinant of Determinants.h, which has the opposite sign.
 template <class Integer>
 ScaledDouble evaluateVolume(const std::array<Row<Integer>, 3>& rows, int unitExponent)
@@ -59,16 +38,6 @@ ScaledDouble evaluateVolume(const std::array<Row<Integer>, 3>& rows, int unitExp
 }
 
 } // namespace
-
-int getBinaryMagnitude(const ScaledDouble& value)
-{
-    return value.mantissa == 0.0 ? INT_MIN : std::ilogb(value.mantissa) + value.exponent;
-}
-
-double getScaledBy(const ScaledDouble& value, int exponent)
-{
-    return value.mantissa == 0.0 ? 0.0 : std::ldexp(value.mantissa, value.exponent - exponent);
-}
 
 ScaledDouble getSixfoldVolume(const Point3& a, const Point3& b, const Point3& c, const Point3& d)
 {

@@ -2,6 +2,7 @@
 // volumes of one sign, and ratios, are then as accurate.
 #pragma once
 
+#include "scaledDouble.h"
 #include "vorn3d/Point3.h"
 
 #include <array>
@@ -10,19 +11,6 @@ namespace VORN3D
 {
 
 class Tet3;
-
-/// mantissa * 2^exponent: a number that neither over- nor underflows.
-struct ScaledDouble
-{
-    double mantissa;
-    int exponent;
-};
-
-/// The exponent of the largest power of two that does not exceed the value's magnitude; INT_MIN for zero.
-int getBinaryMagnitude(const ScaledDouble& value);
-
-/// value * 2^-exponent.
-double getScaledBy(const ScaledDouble& value, int exponent);
 
 /// (b - a) x (c - a) . (d - a), six times the volume, with a relative error below 2^-43: exactly zero iff the
 /// points are coplanar, else of the sign of their orientation. For all finite points.
