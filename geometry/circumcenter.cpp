@@ -1,0 +1,132 @@
+// The last point as origin, the sphere through u, v, w and the origin has the centre
+//
+//     (|u|^2 v x w + |v|^2 w x u + |w|^2 u x v) / (2 u . v x w).
+//
+// With m the largest coordinate, the numerator is computed with an error of some 30 m^4 2^-53 in each
+// coordinate. The quotient is good if the denominator is not much less than m^3; else numerator and
+// denominator are evaluated in integers.
+#include "circumcenter.h"
+
+#include "predicates/FloatFilter.h"
+#include "predicates/IntegerRows.h"
+#include "scaledDouble.h"
+
+#include <algorithm>
+
+namespace VORN3D
+{
+
+namespace
+{
+
+// Of the origin and another point: then some hundred powers of two are left for all others.
+constexpr double LEAST_ORDINARY = 0x1p-60;
+constexpr double LARGEST_ORDINARY = 0x1p60;
+
+constexpr double LEAST_GOOD_VOLUME = 0x1p-16; // of a cube with the tetrahedron's extent, sixfold
+
+template <class T>
+auto getCrossProduct(const Row<T>& a, const Row<T>& b)
+{
+    const auto x = a.y * b.z - a.z * b.y;
+    const auto y = a.z * b.x - a.x * b.z;
+    const auto z = a.x * b.y - a.y * b.x;
+    return Row<std::remove_const_t<decltype(x)>>{x, y, z};
+}
+
+template <class Number>
+struct Quotient
+{
+    std::array<Number, 3> numerator;
+    Number halfOfDenominator;
+};
+
+/// Scale gives a number of the wanted type from the value of a product of that many differences.
+template <class T, class Scale>
+auto evaluateCenter(const std::array<Row<T>, 3>& rows, const Scale& scale)
+{
+    const auto& [u, v, w] = rows;
+    const auto vw = getCrossProduct(v, w);
+    const auto wu = getCrossProduct(w, u);
+    const auto uv = getCrossProduct(u, v);
+    const auto sum = [u = lift(u), v = lift(v), w = lift(w)](const auto& a, const auto& b, const auto& c) {
+        return u * a + v * b + w * c;
+    };
+    using Number = decltype(scale(vw.x, 2));
+    return Quotient<Number>{
+        {scale(sum(vw.x, wu.x, uv.x), 4), scale(sum(vw.y, wu.y, uv.y), 4), scale(sum(vw.z, wu.z, uv.z), 4)},
+        scale(u.x * vw.x + u.y * vw.y + u.z * vw.z, 3)};
+}
+
+template <class Integer>
+std::optional<Vec> evaluateInIntegers(const std::array<Row<Integer>, 3>& rows, int unitExponent)
+{
+    const auto [numerator, half] = evaluateCenter(
+        rows, [&](const auto& value, int degree) { return roundToScaled(value, degree * unitExponent); });
+    if (half.mantissa == 0.0)
+        return std::nullopt;
+    const auto divide = [half = half](const ScaledDouble& value) {
+        return std::ldexp(value.mantissa / half.mantissa, value.exponent - half.exponent - 1);
+    };
+    return Vec{divide(numerator[0]), divide(numerator[1]), divide(numerator[2])};
+}
+
+[[gnu::noinline]] std::optional<Vec> getCenterByIntegers(const OrientationPoints& points, int frameExponent)
+{
+    const auto evaluateInUnits = [frameExponent](const auto& rows, int unitExponent) {
+        return evaluateInIntegers(rows, unitExponent - frameExponent);
+    };
+    double extent = 0.0;
+    for (std::size_t i = 0; i < 3; ++i) {
+        const Row<double> row = difference(points[i], points[3]);
+        extent = std::max(extent, maxAbs(row.x, row.y, row.z));
+    }
+    IntegerDifferences<4> differences;
+    if (differences.load(points, extent))
+        return evaluateInUnits(differences.getRows<WideInteger<62>>(0), differences.unitExponent);
+    return withLongRows(points, evaluateInUnits);
+}
+
+Row<double> toRow(const Vec& v)
+{
+    return {v.x, v.y, v.z};
+}
+
+} // namespace
+
+LocalFrame::LocalFrame(const Point3& origin, const Point3& p) : m_pOrigin(&origin)
+{
+    const Row<double> row = difference(p.getCoordinates(), origin.getCoordinates());
+    const double extent = std::min(maxAbs(row.x, row.y, row.z), DBL_MAX);
+    if (extent == 0.0 || (extent >= LEAST_ORDINARY && extent <= LARGEST_ORDINARY))
+        return;
+    m_unitExponent = std::ilogb(extent) + 1;
+    m_factor = m_unitExponent > 0 ? std::ldexp(1.0, -m_unitExponent / 2) : 1.0;
+    const int rest = m_unitExponent > 0 ? m_unitExponent - m_unitExponent / 2 : m_unitExponent;
+    m_secondFactor = std::ldexp(1.0, -(rest / 2));
+    m_thirdFactor = std::ldexp(1.0, -(rest - rest / 2));
+}
+
+Vec LocalFrame::getScaledVector(const double* from, const double* to) const
+{
+    const auto getScaled = [this](double a, double b) {
+        return (b * m_factor - a * m_factor) * m_secondFactor * m_thirdFactor;
+    };
+    return {getScaled(from[0], to[0]), getScaled(from[1], to[1]), getScaled(from[2], to[2])};
+}
+
+std::optional<Vec> getCenterFromLast(const LocalFrame& frame, const OrientationPoints& points)
+{
+    const std::array<Row<double>, 3> rows = {toRow(frame.getVector(points[3], points[0])),
+                                             toRow(frame.getVector(points[3], points[1])),
+                                             toRow(frame.getVector(points[3], points[2]))};
+    const auto [numerator, half] = evaluateCenter(rows, [](double value, int) { return value; });
+    double extent = 0.0;
+    for (const Row<double>& row : rows)
+        extent = std::max(extent, maxAbs(row.x, row.y, row.z));
+    if (!(std::fabs(half) > LEAST_GOOD_VOLUME * (extent * extent * extent)) || extent < 0x1p-200)
+        return getCenterByIntegers(points, frame.getUnitExponent());
+    return (0.5 / half) * Vec{numerator[0], numerator[1], numerator[2]};
+}
+
+} // namespace VORN3D

@@ -1,0 +1,35 @@
+// Vectors for loops, where the calls to Vector3's members would count.
+#pragma once
+
+namespace VORN3D
+{
+
+struct Vec
+{
+    double x = 0.0;
+    double y = 0.0;
+    double z = 0.0;
+};
+
+inline Vec operator+(const Vec& a, const Vec& b)
+{
+    return {a.x + b.x, a.y + b.y, a.z + b.z};
+}
+inline Vec operator-(const Vec& a, const Vec& b)
+{
+    return {a.x - b.x, a.y - b.y, a.z - b.z};
+}
+inline Vec operator*(double factor, const Vec& a)
+{
+    return {factor * a.x, factor * a.y, factor * a.z};
+}
+inline double dot(const Vec& a, const Vec& b)
+{
+    return a.x * b.x + a.y * b.y + a.z * b.z;
+}
+inline Vec cross(const Vec& a, const Vec& b)
+{
+    return {a.y * b.z - a.z * b.y, a.z * b.x - a.x * b.z, a.x * b.y - a.y * b.x};
+}
+
+} // namespace VORN3D
