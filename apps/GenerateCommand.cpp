@@ -1,8 +1,7 @@
-#include "GenerateCommand.h"
-
 #include "Interruption.h"
 #include "PointGenerator.h"
 #include "Progress.h"
+#include "commands.h"
 #include "output/OutputFile.h"
 #include "output/pointWriters.h"
 

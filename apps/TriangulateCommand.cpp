@@ -1,18 +1,11 @@
-#include "TriangulateCommand.h"
-
-#include "Interruption.h"
-#include "LibraryOutput.h"
-#include "Progress.h"
-#include "Report.h"
+#include "MeshJob.h"
 #include "Statistics.h"
-#include "Stopwatch.h"
-#include "Summary.h"
+#include "commands.h"
 #include "input/readPoints.h"
 #include "output/meshWriters.h"
 #include "output/picture.h"
+#include "output/writeFile.h"
 #include "platform/platform.h"
-
-#include "vorn3d/Vorn_3D.h"
 
 #include <iostream>
 #include <memory>
@@ -23,84 +16,45 @@ namespace VORN3D::program
 namespace
 {
 
-struct TriangulateOptions
+struct TriangulateOptions : MeshOptions
 {
-    std::string input;
-    std::string inputFormat;
     std::vector<std::string> vOutputs;
     std::string picture;
     std::string pictureQuantity = pictureQuantities.front();
     bool bCheck = false;
     bool bStatistics = false;
-    bool bJson = false;
-    bool bVerbose = false;
 };
 
-/// Does work of the triangulation that tells how far it has come.
-template <typename Work>
-void showProgress(const std::string& label, Vorn_3D& triangulation, const Work& work)
-{
-    Progress progress(label);
-    triangulation.setProgressObserver([&](std::size_t numDone, std::size_t numTotal) {
-        progress.update(numDone, numTotal);
-        return true;
-    });
-    work();
-    triangulation.setProgressObserver({});
-    InterruptionWatch::check();
-}
-
-/// Inserts the points of the file, takes the times and counts what came out.
-Summary fillTriangulation(const TriangulateOptions& options, Vorn_3D& triangulation)
-{
-    Summary summary;
-    const Stopwatch reading;
-    std::vector<Point3> vPoints = readPoints(options.input, options.inputFormat);
-    summary.secondsReading = reading.getSeconds();
-    summary.numPoints = vPoints.size();
-    const Stopwatch inserting;
-    showProgress("triangulating", triangulation, [&] { triangulation.insert(vPoints); });
-    summary.secondsTriangulating = inserting.getSeconds();
-    summary.counts = countMesh(triangulation);
-    return summary;
-}
-
-bool checkMesh(const std::string& name, Vorn_3D& triangulation)
+bool checkMesh(MeshJob& job)
 {
     bool bSound = false;
-    showProgress("checking", triangulation, [&] { bSound = triangulation.checkValidity(name, true); });
+    job.showProgress("checking", [&] {
+        bSound = job.triangulation.checkValidity(getDisplayName(job.options.input), true);
+    });
+    job.report.add("valid", bSound);
     return bSound;
 }
 
-void addStatistics(const Summary& summary, const Vorn_3D& triangulation, Report& report)
+void addStatistics(MeshJob& job)
 {
-    report.add("duplicates", summary.numPoints - summary.counts.numVertices);
-    if (triangulation.is3D())
-        measureMesh(triangulation).addTo(report);
-    report.add("peak memory", getPeakMemory(), "bytes");
+    job.report.add("duplicates", job.summary.numPoints - job.summary.counts.numVertices);
+    if (job.triangulation.is3D())
+        measureMesh(job.triangulation).addTo(job.report);
+    job.report.add("peak memory", getPeakMemory(), "bytes");
 }
 
 void writeOutputs(const TriangulateOptions& options, Vorn_3D& triangulation)
 {
-    if (options.vOutputs.empty())
-        return;
-    const Mesh mesh = makeMesh(triangulation);
-    for (const std::string& path : options.vOutputs) {
-        OutputFile file(path);
-        chooseMeshFormat(path).pFunction({triangulation, mesh}, file);
-        InterruptionWatch::check();
-        file.commit();
+    if (!options.vOutputs.empty()) {
+        const Mesh mesh = makeMesh(triangulation);
+        for (const std::string& path : options.vOutputs)
+            writeFile(path, [&](OutputFile& file) {
+                chooseMeshFormat(path).pFunction({triangulation, mesh}, file);
+            });
     }
-}
-
-void drawPicture(const TriangulateOptions& options, const Vorn_3D& triangulation)
-{
-    if (options.picture.empty())
-        return;
-    OutputFile file(options.picture);
-    writePicture(triangulation, options.pictureQuantity, file);
-    InterruptionWatch::check();
-    file.commit();
+    if (!options.picture.empty())
+        writeFile(options.picture,
+                  [&](OutputFile& file) { writePicture(triangulation, options.pictureQuantity, file); });
 }
 
 /// Refuses outputs that cannot be made, before any work.
@@ -116,46 +70,23 @@ void checkOutputs(const TriangulateOptions& options)
     }
 }
 
-/// Does what the options ask for; the library's messages stay off standard output meanwhile.
-ExitStatus work(const TriangulateOptions& options, Report& report)
+ExitStatus work(const TriangulateOptions& options, MeshJob& job)
 {
-    const LibraryOutput redirection(options.bVerbose);
-    const std::string name = getDisplayName(options.input);
-    Vorn_3D triangulation;
-    triangulation.setVerbosity(options.bVerbose);
-    const Summary summary = fillTriangulation(options, triangulation);
-    summary.addTo(report);
+    job.triangulateFile();
     if (options.bStatistics)
-        addStatistics(summary, triangulation, report);
-    if (!triangulation.is3D()) {
-        std::cerr << name << ": all points lie in one plane: there is no tetrahedron\n";
-        return exitCoplanar;
-    }
-    if (options.bCheck) {
-        const bool bSound = checkMesh(name, triangulation);
-        report.add("valid", bSound);
-        if (!bSound)
-            return exitFailure;
-    }
-    writeOutputs(options, triangulation);
-    drawPicture(options, triangulation);
+        addStatistics(job);
+    job.requireMesh();
+    if (options.bCheck && !checkMesh(job))
+        return exitFailure;
+    writeOutputs(options, job.triangulation);
     return exitSuccess;
 }
 
 ExitStatus triangulate(const TriangulateOptions& options)
 {
     checkOutputs(options);
-    const InterruptionWatch watch;
-    Report report;
-    const ExitStatus status = work(options, report);
-    if (options.bJson)
-        report.printJson(std::cout);
-    else
-        report.printText(std::cout);
-    std::cout.flush();
-    if (!std::cout)
-        throw std::runtime_error("cannot write the summary to standard output");
-    return status;
+    return runMeshJob(
+        options, [&](MeshJob& job) { return work(options, job); }, std::cout);
 }
 
 const char* const description =
@@ -193,10 +124,7 @@ void addTriangulateCommand(CLI::App& app, ExitStatus& status)
 {
     const auto pOptions = std::make_shared<TriangulateOptions>();
     CLI::App* pCommand = app.add_subcommand("triangulate", description);
-    pCommand->add_option("FILE", pOptions->input, "The file of points; - is standard input, read as text")
-        ->required();
-    pCommand->add_option("--format", pOptions->inputFormat, "Read this format, whatever the file's extension")
-        ->check(CLI::IsMember(getFormatNames(getPointFormats())));
+    addMeshOptions(*pCommand, *pOptions, "FILE", getFormatNames(getPointFormats()));
     pCommand
         ->add_option("-o,--output", pOptions->vOutputs,
                      "Write the mesh into this file, in the format of its extension; may be given repeatedly")
@@ -212,9 +140,6 @@ void addTriangulateCommand(CLI::App& app, ExitStatus& status)
         "error and drawn in a file 00000_....list, and the exit status is 1");
     pCommand->add_flag("--stats", pOptions->bStatistics,
                        "Report area, volume, angles, edge ratios, duplicates and memory too");
-    pCommand->add_flag("--json", pOptions->bJson, "Print the report as a JSON object");
-    pCommand->add_flag("-v,--verbose", pOptions->bVerbose,
-                       "Show the library's own messages on standard error");
     pCommand->footer("Formats of points, chosen by the file's extension in small letters or capitals:" +
                      describeFormats(getPointFormats()) + "\n\nFormats of meshes, chosen in the same way:" +
                      describeFormats(getMeshFormats()) + notes);

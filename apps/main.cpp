@@ -1,9 +1,7 @@
 // The program `vorn3d`: the library from the command line.
-#include "ExitStatus.h"
-#include "GenerateCommand.h"
 #include "InputError.h"
 #include "Interruption.h"
-#include "TriangulateCommand.h"
+#include "commands.h"
 #include "platform/platform.h"
 
 #include "vorn3d/VornException.h"
@@ -38,6 +36,16 @@ ExitStatus fail(ExitStatus status, const char* message)
     return status;
 }
 
+/// "a, b or c".
+std::string listCommands(const CLI::App& app)
+{
+    std::string names;
+    const auto vCommands = app.get_subcommands([](const CLI::App*) { return true; });
+    for (std::size_t i = 0; i < vCommands.size(); ++i)
+        names += (i == 0 ? "" : i + 1 < vCommands.size() ? ", " : " or ") + vCommands[i]->get_name();
+    return names;
+}
+
 ExitStatus parseAndRun(int argc, char** argv)
 {
     ExitStatus status = exitSuccess;
@@ -46,12 +54,12 @@ ExitStatus parseAndRun(int argc, char** argv)
     app.allow_windows_style_options(false); // a path may begin with a slash
     app.require_subcommand(0, 1);
     app.footer(notes);
-    addTriangulateCommand(app, status);
-    addGenerateCommand(app, status);
+    for (AddCommand* pAddCommand : getCommands())
+        pAddCommand(app, status);
     try {
         app.parse(argc, argv);
         if (app.get_subcommands().empty())
-            throw CLI::RequiredError("A command, triangulate or generate,");
+            throw CLI::RequiredError("A command, " + listCommands(app) + ",");
         return status;
     } catch (const CLI::ParseError& error) {
         // Help and version come this way too, with the exit code 0.

@@ -19,7 +19,6 @@ namespace VORN3D
 // The widest words of which the compiler knows the products.
 #if defined(__SIZEOF_INT128__)
 using Word = unsigned long long;
-constexpr int WORD_BITS = 64;
 __extension__ typedef unsigned __int128 DoubleWord;
 __extension__ typedef __int128 SignedDoubleWord;
 #else

@@ -1,0 +1,12 @@
+#include "commands.h"
+
+namespace VORN3D::program
+{
+
+const std::vector<AddCommand*>& getCommands()
+{
+    static const std::vector<AddCommand*> vCommands{addTriangulateCommand, addGenerateCommand};
+    return vCommands;
+}
+
+} // namespace VORN3D::program
