@@ -1,9 +1,9 @@
 #include "Statistics.h"
 
 #include "Progress.h"
-#include "TetShape.h"
 
 #include "vorn3d/Vorn_3D.h"
+#include "vorn3d/geometry/MeshQuality.h"
 
 #include <algorithm>
 #include <cmath>
@@ -14,6 +14,9 @@ namespace VORN3D::program
 
 namespace
 {
+
+/// Of a volume of 1e-10 of the cube of the longest edge.
+constexpr double largestFlatRatio = 8.48528137423857e-10;
 
 /// Adds a facet on the hull; the origin, any vertex of the mesh, is the apex of the volumes.
 void addHullFacet(const Tet3& tet, int opp3, const Point3& origin, Statistics& statistics)
@@ -30,14 +33,14 @@ void addHullFacet(const Tet3& tet, int opp3, const Point3& origin, Statistics& s
 
 void addTet(const Tet3& tet, const Point3& origin, Statistics& statistics)
 {
-    const TetShape shape = measureShape(tet);
+    const TetQuality3 shape = measureTet(tet);
     statistics.sumOfVolumes += shape.volume;
     statistics.leastAngle = std::min(statistics.leastAngle, shape.leastAngle);
     statistics.greatestAngle = std::max(statistics.greatestAngle, shape.greatestAngle);
     const auto& limits = Statistics::edgeRatioLimits;
     const auto interval = std::upper_bound(limits.begin(), limits.end(), shape.edgeRatio) - limits.begin();
     ++statistics.aNumOfEdgeRatio[static_cast<std::size_t>(interval)];
-    statistics.numFlat += shape.bFlat;
+    statistics.numFlat += shape.volumeRatio < largestFlatRatio;
     for (int i = 0; i < 4; ++i)
         if (tet.getOppTet(i) == nullptr)
             addHullFacet(tet, i, origin, statistics);

@@ -2,12 +2,12 @@
 #include "output/picture.h"
 
 #include "InputError.h"
-#include "TetShape.h"
 #include "VirtualDisplay.h"
 #include "VtkObservers.h"
 #include "output/unstoppableWork.h"
 
 #include "vorn3d/Vorn_3D.h"
+#include "vorn3d/geometry/MeshQuality.h"
 
 #include <vtkActor.h>
 #include <vtkCamera.h>
@@ -56,9 +56,9 @@ double getMeanIndex(const Tet3& tet)
 const std::vector<Quantity>& getQuantities()
 {
     static const std::vector<Quantity> vQuantities{
-        {"size", "log10 of volume", [](const Tet3& tet) { return std::log10(getVolume(tet)); }},
+        {"size", "log10 of volume", [](const Tet3& tet) { return std::log10(measureTet(tet).volume); }},
         {"ratio", "log10 of edge ratio",
-         [](const Tet3& tet) { return std::log10(measureShape(tet).edgeRatio); }},
+         [](const Tet3& tet) { return std::log10(measureTet(tet).edgeRatio); }},
         {"index", "input index", getMeanIndex},
     };
     return vQuantities;
