@@ -85,8 +85,8 @@ private:
 std::vector<std::size_t> getCanonicalOrder(const std::vector<Point3>& vPoints,
                                            const std::vector<std::uint64_t>& vIndices, const Bbox3& box)
 {
-    VORN_ASSERT(vIndices.size() == vPoints.size());
-    VORN_ASSERT(box.isValid() || vPoints.empty());
+    VORN_REQUIRE(vIndices.size() == vPoints.size());
+    VORN_REQUIRE(box.isValid() || vPoints.empty());
     const Cube cube(box);
     std::vector<Place> vPlaces(vPoints.size());
     for (std::size_t i = 0; i < vPlaces.size(); ++i) {

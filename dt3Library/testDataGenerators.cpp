@@ -43,7 +43,7 @@ RandomNumbers15 seedByTime()
 
 void checkBounds(double min, double max)
 {
-    VORN_ASSERT_TEXT(min < max, "min<max");
+    VORN_REQUIRE_TEXT(min < max, "min<max");
 }
 
 } // namespace

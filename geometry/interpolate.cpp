@@ -81,7 +81,7 @@ Weights interpolate(const Vorn_3D& dt, const Point3& p, InterpolationMethod3 met
 int getColumn(const Point3& vtx)
 {
     const int column = vtx.getCustomIndex();
-    VORN_ASSERT_TEXT(column >= 0, "makeInterpolationMatrix(): custom index of a vertex >= 0");
+    VORN_REQUIRE_TEXT(column >= 0, "makeInterpolationMatrix(): custom index of a vertex >= 0");
     return column;
 }
 
@@ -128,9 +128,9 @@ std::vector<double> InterpolationMatrix::apply(const std::vector<double>& vValue
                                                std::size_t numColumns) const
 {
     const auto itLargest = std::max_element(vColumn.begin(), vColumn.end());
-    VORN_ASSERT_TEXT(itLargest == vColumn.end() ||
-                         (static_cast<std::size_t>(*itLargest) + 1) * numColumns <= vValues.size(),
-                     "InterpolationMatrix::apply(): values for all custom indices");
+    VORN_REQUIRE_TEXT(itLargest == vColumn.end() ||
+                          (static_cast<std::size_t>(*itLargest) + 1) * numColumns <= vValues.size(),
+                      "InterpolationMatrix::apply(): values for all custom indices");
     const std::size_t numRows = vRowStart.empty() ? 0 : vRowStart.size() - 1;
     std::vector<double> vResults(numRows * numColumns, 0.0);
     for (std::size_t row = 0; row < numRows; ++row) {

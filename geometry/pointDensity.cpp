@@ -15,7 +15,7 @@ namespace
 
 std::size_t getIndex(const Point3& vtx)
 {
-    VORN_ASSERT_TEXT(vtx.getCustomIndex() >= 0, "pointDensity(): custom index of a vertex >= 0");
+    VORN_REQUIRE_TEXT(vtx.getCustomIndex() >= 0, "pointDensity(): custom index of a vertex >= 0");
     return static_cast<std::size_t>(vtx.getCustomIndex());
 }
 
@@ -52,8 +52,8 @@ std::vector<double> pointDensity(const Vorn_3D& dt, const std::vector<double>& v
     std::size_t numIndices = 0;
     for (const Point3* pVtx : vVertices)
         numIndices = std::max(numIndices, getIndex(*pVtx) + 1);
-    VORN_ASSERT_TEXT(vMasses.empty() || vMasses.size() >= numIndices,
-                     "pointDensity(): masses for all custom indices");
+    VORN_REQUIRE_TEXT(vMasses.empty() || vMasses.size() >= numIndices,
+                      "pointDensity(): masses for all custom indices");
     const std::vector<double> vSums = sumVolumes(dt, numIndices);
     std::vector<double> vDensities(numIndices, std::numeric_limits<double>::quiet_NaN());
     for (const Point3* pVtx : vVertices)

@@ -18,11 +18,6 @@ Point3 decodePoint(const char* pBytes)
     return {decodeLittleEndian(pBytes), decodeLittleEndian(pBytes + 8), decodeLittleEndian(pBytes + 16)};
 }
 
-bool isFinite(const Point3& p)
-{
-    return std::isfinite(p.x()) && std::isfinite(p.y()) && std::isfinite(p.z());
-}
-
 } // namespace
 
 std::vector<Point3> readBinary(ByteSource& source)

@@ -30,6 +30,11 @@ double readField(FieldCursor& fields, const LineReader& lines, const char* meani
 
 } // namespace
 
+bool isFinite(const Point3& p)
+{
+    return std::isfinite(p.x()) && std::isfinite(p.y()) && std::isfinite(p.z());
+}
+
 Point3 readCoordinates(FieldCursor& fields, const LineReader& lines)
 {
     const double x = readField(fields, lines, "x coordinate");

@@ -8,6 +8,8 @@
 namespace VORN3D::program
 {
 
+bool isFinite(const Point3& p);
+
 /// The next three fields of the current line as a point.
 Point3 readCoordinates(FieldCursor& fields, const LineReader& lines);
 

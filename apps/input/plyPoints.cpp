@@ -244,7 +244,7 @@ double PlyFile::readBinary(const NumberType& type)
 
 Point3 PlyFile::checkFinite(const Point3& point, std::size_t i) const
 {
-    if (std::isfinite(point.x()) && std::isfinite(point.y()) && std::isfinite(point.z()))
+    if (isFinite(point))
         return point;
     fail("vertex " + std::to_string(i) + " (counted from 0) lacks a coordinate, or it is not finite");
 }

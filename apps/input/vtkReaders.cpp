@@ -22,11 +22,12 @@ namespace
 
 Point3 getPoint(vtkPointSet& data, vtkIdType i, const std::string& fileName)
 {
-    const double* p = data.GetPoint(i);
-    if (!std::isfinite(p[0]) || !std::isfinite(p[1]) || !std::isfinite(p[2]))
+    const double* pCoordinates = data.GetPoint(i);
+    const Point3 point(pCoordinates[0], pCoordinates[1], pCoordinates[2]);
+    if (!isFinite(point))
         throw InputError(fileName, "point " + std::to_string(i) +
                                        " (counted from 0) has a coordinate that is not finite");
-    return {p[0], p[1], p[2]};
+    return point;
 }
 
 std::vector<Point3> getPoints(vtkPointSet& data, const std::string& fileName)

@@ -31,7 +31,7 @@ void requireFinite(const Point3* pPoints, std::size_t numPoints)
         return;
     logError("Dt3::insert()",
              "the coordinates of point " + std::to_string(pBad - pPoints) + " are not finite");
-    VORN_ASSERT(isFinite(*pBad));
+    VORN_REQUIRE(isFinite(*pBad));
 }
 
 // Walks are judged after so many insertions each time; they are long if they take so many facet tests on

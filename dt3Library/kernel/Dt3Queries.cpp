@@ -39,7 +39,7 @@ void flood(Tet3* pStart, const Crosses& crosses, std::vector<Tet3*>& vTets)
 
 void Dt3::getAllTetrahedra(std::vector<Tet3*>& vTet) const
 {
-    VORN_ASSERT_TEXT(vTet.empty(), "vTet.empty()");
+    VORN_REQUIRE_TEXT(vTet.empty(), "vTet.empty()");
     // The live records are those without the mark. If marks and lists disagree the mesh is damaged, and what
     // hangs together is found by following the links.
     const std::size_t numLive = tets.getNumTets();

@@ -1,7 +1,9 @@
-// The assertions of the library. Three kinds, told apart at the call site:
+// The assertions of the library. Four kinds, told apart at the call site:
 //
-//   VORN_ASSERT        wrong use by a client, or a cheap invariant: active in every configuration, reports on
-//                      standard output and throws VornException.
+//   VORN_REQUIRE       what a client must keep to: active in every configuration, reports to the library's
+//                      message stream and throws VornException.
+//   VORN_ASSERT        an invariant, broken by a fault of the library alone, that costs little to check:
+//                      the same in every respect but whose fault it is.
 //   VORN_DEBUG_ASSERT  an invariant that the kernel checks on itself: as VORN_ASSERT in the diagnostic
 //                      configuration, absent from the release configuration.
 //   DEBUG_ASSERT       the small record classes' plain assertion: reports on standard error and aborts in the
@@ -30,8 +32,11 @@ constexpr bool bDiagnostic = VORN3D_DIAGNOSTIC != 0;
 
 } // namespace VORN3D
 
-#define VORN_ASSERT_TEXT(expr, text)                                                                         \
+#define VORN_REQUIRE_TEXT(expr, text)                                                                        \
     (static_cast<bool>(expr) ? void(0) : ::VORN3D::failAssertion(text, __FILE__, __LINE__))
+#define VORN_REQUIRE(expr) VORN_REQUIRE_TEXT(expr, #expr)
+
+#define VORN_ASSERT_TEXT(expr, text) VORN_REQUIRE_TEXT(expr, text)
 #define VORN_ASSERT(expr) VORN_ASSERT_TEXT(expr, #expr)
 
 #define VORN_DEBUG_ASSERT_TEXT(expr, text)                                                                   \

@@ -15,7 +15,7 @@ constexpr int invalidIndex = -999;
 
 void checkIndex(int i)
 {
-    VORN_ASSERT_TEXT(i > -1 && i < 3, "i>-1 && i<3");
+    VORN_REQUIRE_TEXT(i > -1 && i < 3, "i>-1 && i<3");
 }
 
 } // namespace

@@ -240,7 +240,7 @@ void HC3::takeOver(const Bbox3& box)
 // ascending order.
 std::vector<std::uint64_t> HC3::getSortedKeyIndexPairs(const std::vector<Point3>& vInput) const
 {
-    VORN_ASSERT(vInput.size() <= UINT32_MAX);
+    VORN_REQUIRE(vInput.size() <= UINT32_MAX);
     std::vector<std::uint64_t> vPairs;
     vPairs.reserve(vInput.size());
     for (const Point3& p : vInput)
