@@ -1,8 +1,7 @@
 #include "InputError.h"
+#include "input/coordinates.h"
 #include "input/pointFormats.h"
 #include "littleEndian.h"
-
-#include <cmath>
 
 namespace VORN3D::program
 {

@@ -4,6 +4,7 @@
 #include "InputError.h"
 #include "Progress.h"
 #include "input/FieldCursor.h"
+#include "input/coordinates.h"
 #include "input/pointFormats.h"
 #include "printable.h"
 

@@ -2,6 +2,7 @@
 #include "InputError.h"
 #include "Interruption.h"
 #include "VtkObservers.h"
+#include "input/coordinates.h"
 #include "input/pointFormats.h"
 
 #include <vtkGenericDataObjectReader.h>
@@ -11,7 +12,6 @@
 #include <vtkXMLPolyDataReader.h>
 #include <vtkXMLUnstructuredGridReader.h>
 
-#include <cmath>
 #include <filesystem>
 
 namespace VORN3D::program
