@@ -84,65 +84,6 @@ TEST(Facade, TakesTheSmallestSetsInEveryOrder)
     }
 }
 
-/// TrackedTriangulation compares the first tetrahedron with a search through all quadruples.
-TEST(Facade, StartsWithTheFirstNonCoplanarQuadruple)
-{
-    for (std::uint64_t seed = 0; seed < 200; ++seed) {
-        SCOPED_TRACE(seed);
-        Random random(seed);
-        TrackedTriangulation dt;
-        Points vPoints;
-        for (int i = 0; i < 12; ++i) // often several on a line
-            vPoints.emplace_back(random.whole(0, 3), random.whole(0, 9),
-                                 seed % 2 == 0 ? random.whole(0, 1) : 0);
-        dt.insertBatch(numbered(vPoints));
-        for (int z = 1; z < 4; ++z)
-            dt.insertSingle({random.whole(-1, 4), random.whole(0, 9), random.whole(-3, 3)});
-        ASSERT_EQ(dt.findFaults(), "");
-    }
-}
-
-TEST(Facade, CatchesUpWithPointsStoredEarlier)
-{
-    // As many vertices as points of the batch, though three of them are not new.
-    TrackedTriangulation equalByAccident;
-    const Points vFlat = {{0, 0, 0}, {4, 0, 0}, {0, 4, 0}};
-    equalByAccident.insertBatch(numbered(vFlat));
-    equalByAccident.insertSingle({1, 1, 0});
-    equalByAccident.insertBatch({{1, 1, 3}, {0, 0, 0}, {4, 0, 0}, {4, 0, 0}, {0, 0, 0}});
-    EXPECT_EQ(equalByAccident.findFaults(), "");
-
-    TrackedTriangulation fourAndApex;
-    fourAndApex.insertBatch({{0, 0, 0}, {1, 0, 0}, {1, 1, 0}, {0, 1, 0}, {0, 0, 1}});
-    EXPECT_EQ(getTets(fourAndApex.get()).size(), 2u);
-    EXPECT_EQ(fourAndApex.findFaults(), "");
-}
-
-TEST(Facade, LeavesOutWhatSinglesStoredUntilItComesAgain)
-{
-    for (const bool bBatch : {false, true}) {
-        TrackedTriangulation dt;
-        for (const Point3& p : numbered({{0, 0, 0}, {4, 0, 0}, {0, 4, 0}, {4, 4, 0}, {1, 2, 0}, {1, 1, 3}}))
-            dt.insertSingle(p);
-        ASSERT_EQ(dt.findFaults(), "");
-        EXPECT_EQ(dt.getLastOutput(), "Attention: triangulate has got an empty vector\n");
-        EXPECT_EQ(getTets(dt.get()).size(), 1u);
-        ASSERT_EQ(dt.getLeftOut().size(), 2u);
-        const std::vector<Point3*> vHandles = dt.getHandles();
-        for (const Point3* pVtx : vHandles) {
-            const Point3 again = *pVtx;
-            bBatch ? dt.insertBatch({again, again}) : void(dt.insertSingle(again));
-            ASSERT_EQ(dt.getHandles().back(), pVtx);
-        }
-        EXPECT_TRUE(dt.getLeftOut().empty());
-        EXPECT_EQ(dt.findFaults(), "");
-        const std::vector<Tet3*> vTets = getTets(dt.get());
-        dt.insertBatch({*vHandles[0], *vHandles[5]}); // nothing new
-        EXPECT_EQ(getTets(dt.get()), vTets);
-        EXPECT_EQ(dt.findFaults(), "");
-    }
-}
-
 /// Minutes if a search is repeated for every point, or looks at triples.
 TEST(Facade, TakesManyCoplanarPointsInSeconds)
 {
@@ -194,30 +135,6 @@ TEST(Facade, TakesPointsOnWhateverTheMeshOffers)
             random.below(2) == 0 ? dt.insertBatch({p}) : void(dt.insertSingle(p));
         }
         ASSERT_EQ(dt.findFaults(), "");
-    }
-}
-
-/// Random insertions and queries over a small lattice, judged after each step.
-TEST(Facade, SurvivesRandomSequences)
-{
-    for (std::uint64_t seed = 0; seed < 100; ++seed) {
-        SCOPED_TRACE(seed);
-        Random random(seed);
-        const int size = static_cast<int>(seed) % 4 + 1;
-        const auto any = [&] {
-            return random.below(2) == 0 ? random.whole(0, size) : random.whole(0, 2 * size) / 2;
-        };
-        const auto anyPoint = [&] { return Point3(any(), any(), random.below(3) == 0 ? 0 : any()); };
-        TrackedTriangulation dt;
-        for (int step = 0; step < 20; ++step) {
-            Points vPoints(random.below(6), Point3(0, 0, 0));
-            std::generate(vPoints.begin(), vPoints.end(), anyPoint);
-            if (vPoints.size() == 1)
-                dt.insertSingle(vPoints[0]);
-            else
-                dt.insertBatch(vPoints);
-            ASSERT_EQ(dt.findFaults({anyPoint(), anyPoint(), {-1, 0, 0}}), "") << "step " << step;
-        }
     }
 }
 

@@ -77,14 +77,14 @@ public:
         const LiteralModel::Indices vVertices = m_model.insertBatch(vPoints);
         ASSERT_EQ(vHandles.size(), vVertices.size());
         for (std::size_t i = 0; i < vHandles.size(); ++i)
-            match(vHandles[i], vVertices[i]);
+            match(vHandles[i], vVertices[i], vPoints[i]);
         compare();
     }
 
     void insertSingle(Point3 p)
     {
         const Point3* pVtx = m_dt.insert(p);
-        match(pVtx, m_model.insertSingle(p));
+        match(pVtx, m_model.insertSingle(p), p);
         compare();
     }
 
@@ -92,10 +92,11 @@ private:
     /// ID, corners, IDs of neighbours.
     using Description = std::array<int, 9>;
 
-    void match(const Point3* pVtx, Index vertex)
+    void match(const Point3* pVtx, Index vertex, const Point3& p)
     {
-        EXPECT_EQ(m_numberOf.try_emplace(pVtx, static_cast<int>(vertex)).first->second,
-                  static_cast<int>(vertex));
+        const auto entry = m_numberOf.try_emplace(pVtx, static_cast<int>(vertex)).first;
+        EXPECT_EQ(entry->second, static_cast<int>(vertex));
+        EXPECT_EQ(*pVtx, p);
     }
 
     int getNumber(const Point3* pVtx) const

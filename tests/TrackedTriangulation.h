@@ -27,10 +27,6 @@ public:
 private:
     void expectOutput(bool bBatch);
 
-    /// A single insertion that makes the triangulation three-dimensional yields the first tetrahedron and
-    /// leaves all other vertices out.
-    void expectFirstTetrahedron();
-
     Vorn_3D m_dt;
     std::vector<Point3> m_vInput;
     std::vector<Point3*> m_vHandles;
