@@ -31,7 +31,7 @@ TEST(Log, EveryReportIsALineBetweenEmptyLines)
               }),
               "\n      A::b(), ERROR: c=1\n\n\n      A::b(), WARNING: c=1\n\n\n      A::b(), INFO: c=1\n\n"
               "\n      INFO: c=1\n\n");
-    expectEnd([] { goToHell("why"); }, [](int status) { return status != 0; },
+    expectEnd([] { goToHell("why"); }, testing::KilledBySignal(SIGSEGV),
               "\n      goToHell, ERROR:  reason: why\n\n");
 }
 
@@ -45,16 +45,6 @@ TEST(Assertion, ReportsConditionAndPlaceAndThrows)
     EXPECT_THAT(
         VornException().what(),
         StartsWith("\n  VORN EXCEPTION due to a bug _or_ wrong usage of Vorn. If you think it is a \n  "));
-}
-
-TEST(Assertion, IsAnExpressionThatEvaluatesItsConditionOnce)
-{
-    int numEvaluations = 0;
-    if (numEvaluations == 0)
-        VORN_ASSERT(++numEvaluations == 1);
-    else
-        VORN_ASSERT(false);
-    EXPECT_EQ(numEvaluations, 1);
 }
 
 TEST(Assertion, DebugFormsAreThereInTheDiagnosticConfigurationOnly)
@@ -180,9 +170,9 @@ TEST(Hosting, TellsTheHandlerInPlaceOfEndingTheProcess)
 TEST(Version, NamesTheConfiguration)
 {
     EXPECT_EQ(isRelease(), !bDiagnostic);
-    std::ostringstream numbers;
-    numbers << 'v' << getMajorVersionNumber() << '.' << getMinorVersionNumber() << '.' << getRevisionNumber();
-    EXPECT_EQ(getVorn3DVersion(), (isRelease() ? "Vorn3D, RELEASE, " : "Vorn3D, DEBUG, ") + numbers.str());
+    EXPECT_EQ(getVorn3DVersion(), isRelease() ? "Vorn3D, RELEASE, v0.99.0" : "Vorn3D, DEBUG, v0.99.0");
+    EXPECT_EQ(getMajorVersionNumber() * 1000000 + getMinorVersionNumber() * 1000 + getRevisionNumber(),
+              99000);
 }
 
 } // namespace

@@ -8,7 +8,6 @@
 #include <array>
 #include <ctime>
 #include <limits>
-#include <numeric>
 
 namespace VORN3D::tests
 {
@@ -25,63 +24,6 @@ std::vector<Tet3*> getTets(const Vorn_3D& dt)
     if (dt.is3D())
         dt.getTetrahedra(vTets);
     return vTets;
-}
-
-Points numbered(Points vPoints)
-{
-    for (std::size_t i = 0; i < vPoints.size(); ++i)
-        vPoints[i].setCustomIndex(static_cast<int>(i));
-    return vPoints;
-}
-
-/// The first numFirst points in one manner, the others in the other.
-void expectSound(const Points& vPoints, std::size_t numFirst, bool bBatchFirst)
-{
-    TrackedTriangulation dt;
-    const auto middle = vPoints.begin() + static_cast<std::ptrdiff_t>(numFirst);
-    bool bBatch = bBatchFirst;
-    for (const Points& vPart : {Points(vPoints.begin(), middle), Points(middle, vPoints.end())}) {
-        if (bBatch)
-            dt.insertBatch(vPart);
-        else
-            for (const Point3& p : vPart)
-                dt.insertSingle(p);
-        bBatch = !bBatch;
-    }
-    ASSERT_EQ(dt.findFaults(), "") << numFirst << (bBatchFirst ? " in a batch first" : " singly first");
-}
-
-TEST(Facade, TakesTheSmallestSetsInEveryOrder)
-{
-    const std::vector<Points> vSets = {
-        {},
-        {{1, 2, 3}},
-        {{0, 0, 0}, {0, 0, -0.0}},
-        {{0, 0, 0}, {1, 2, 3}, {2, 4, 6}},
-        {{0, 0, 0}, {1, 0, 0}, {1, 0, 0}, {0, 0, 0}, {0, 1, 0}},
-        {{0, 0, 0}, {1, 0, 0}, {0, 1, 0}, {1, 0, -0.0}},
-        {{0, 0, 0}, {1, 0, 0}, {0, 1, 0}, {0, 0, 1}},
-        {{0, 0, 0}, {1, 0, 0}, {0, 1, 0}, {1, 1, 0}, {0.5, 0.5, 3}},
-        {{0, 0, 0}, {1, 0, 0}, {2, 0, 0}, {3, 0, 0}, {1, 1, 0}, {1, 1, 1}},
-        {{0, 0, 0}, {4, 0, 0}, {0, 4, 0}, {0, 0, 4}, {1, 1, 1}, {1, 1, 2}},    // inside and on a hull facet
-        {{0, 0, 0}, {4, 0, 0}, {0, 4, 0}, {0, 0, 4}, {2, 0, 0}, {8, 0, 0}},    // on a hull edge, on its line
-        {{1, 0, 0}, {-1, 0, 0}, {0, 1, 0}, {0, -1, 0}, {0, 0, 1}, {0, 0, -1}}, // on one sphere
-        {{1, 0, 0}, {-1, 0, 0}, {0, 1, 0}, {0, -1, 0}, {0, 0, 1}, {0, 0, 0}},
-        {{0, 0, 0}, {9, 1, 2}, {1, 8, 3}, {2, 1, 7}, {3, 3, 3}, {-50, 20, 7}},
-    };
-    for (const Points& vSet : vSets) {
-        std::vector<std::size_t> vOrder(vSet.size());
-        std::iota(vOrder.begin(), vOrder.end(), std::size_t(0));
-        do {
-            SCOPED_TRACE(testing::PrintToString(vOrder));
-            Points vPoints;
-            for (const std::size_t i : vOrder)
-                vPoints.push_back(vSet[i]);
-            for (std::size_t numFirst = 0; numFirst <= vSet.size(); numFirst += 2)
-                for (const bool bBatchFirst : {true, false})
-                    ASSERT_NO_FATAL_FAILURE(expectSound(numbered(vPoints), numFirst, bBatchFirst));
-        } while (std::next_permutation(vOrder.begin(), vOrder.end()));
-    }
 }
 
 /// Minutes if a search is repeated for every point, or looks at triples.
