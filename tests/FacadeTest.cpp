@@ -148,6 +148,8 @@ TEST(Facade, PrintsItsTexts)
     dt.setVerbosity(true);
     EXPECT_THAT(outputOf([&] { dt.insert(vPoints); }),
                 HasSubstr("Dt3::insert(vector,vector) has been called\n"));
+    dt.setVerbosity(false);
+    EXPECT_EQ(outputOf([&] { dt.insert(vNone); }), "numPoints=0\n");
 }
 
 TEST(Facade, ListsTheTetrahedraAroundAVertex)
@@ -184,7 +186,7 @@ TEST(Facade, ReportsVerticesThatAreNotItsOwn)
     for (int numTets = 1; numTets <= 2; ++numTets) {
         Point3 copy(*dt.getHandles()[0]);
         copy.setOneTet(dt.getHandles()[0]->getOneTet());
-        for (Point3* pForeign : {&copy, other.getHandles()[0]}) {
+        for (Point3* pForeign : {&copy, other.getHandles()[0], static_cast<Point3*>(nullptr)}) {
             std::vector<Tet3*> vTets;
             EXPECT_THAT(outputOf([&] { dt.get().getTetsAroundVertex(pForeign, vTets); }),
                         HasSubstr("pVtx does not belong to the triangulation"));
@@ -207,6 +209,7 @@ TEST(Facade, CompletesACancelledStartUp)
     std::vector<Point3*> vHandles;
     outputOf([&] { dt.get().insert(vSpace, vHandles); });
     ASSERT_TRUE(dt.get().is3D());
+    EXPECT_EQ(getTets(dt.get()).size(), 1u) << "the first tetrahedron";
     dt.get().setProgressObserver({});
     dt.insertBatch(vSpace);
     EXPECT_EQ(dt.findFaults(), "");

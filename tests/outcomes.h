@@ -37,6 +37,17 @@ void expectThrow(F f, const std::string& condition)
                 testing::HasSubstr("Condition [ " + condition + " failed ]"));
 }
 
+#ifndef __has_feature
+#define __has_feature(name) 0
+#endif
+
+/// For a process that died by a signal, which sanitizers turn into an exit.
+inline bool isCrash(int status)
+{
+    constexpr bool bSanitized = __has_feature(address_sanitizer) || __has_feature(thread_sanitizer);
+    return bSanitized ? status != 0 : WIFSIGNALED(status);
+}
+
 /// Expects that f ends the process with a status that fulfils `isExpected`, having printed `text` on either
 /// output stream.
 template <typename F, typename IsExpected>
