@@ -44,6 +44,15 @@ inline std::array<int, 4> orderCorners(const Tet3& tet, FaceMask face)
     return aIndex;
 }
 
+/// The face of the mesh that contains a point inside the hull.
+inline FaceMask getFace(const Location3& location)
+{
+    FaceMask face = 0;
+    for (std::size_t i = 0; i <= static_cast<std::size_t>(location.kind); ++i)
+        face |= 1u << location.aIndex[i];
+    return face;
+}
+
 /// The same face as seen from another tetrahedron that has it.
 inline FaceMask translateFace(const Tet3& from, FaceMask face, const Tet3& to)
 {

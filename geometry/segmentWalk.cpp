@@ -205,11 +205,8 @@ std::vector<SegmentPiece3> segmentWalk(const Vorn_3D& dt, const Point3& p, const
     if (beginning.pTet == nullptr || !isFinite(q) || p == q)
         return {};
     SegmentWalk walk(p, q);
-    FaceMask face = 0;
-    for (int i = 0; i <= static_cast<int>(beginning.kind); ++i)
-        face |= 1u << beginning.aIndex[static_cast<std::size_t>(i)];
     if (beginning.kind != LocationKind3::OUTSIDE)
-        walk.follow(*beginning.pTet, face);
+        walk.follow(*beginning.pTet, getFace(beginning));
     else if (walk.findEntry(beginning.pTet, beginning.aIndex[3]))
         walk.follow(walk.getTet(), walk.getFace());
     return std::move(walk.getPieces());
