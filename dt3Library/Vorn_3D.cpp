@@ -67,6 +67,11 @@ void Vorn_3D::getTetsAroundVertex(Point3* pVtx, std::vector<Tet3*>& vTets)
     m_pDt->getTetsAroundVertex(pVtx, vTets);
 }
 
+MeshArrays Vorn_3D::getArrays(const std::vector<Point3*>& vUserHandles) const
+{
+    return m_pDt->getArrays(vUserHandles);
+}
+
 bool Vorn_3D::checkValidity(const std::string& name, bool bPrintInfo)
 {
     return m_pDt->checkValidity(name, true, bPrintInfo);

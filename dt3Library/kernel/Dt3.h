@@ -26,6 +26,7 @@
 #include "predicates/AffineBasis.h"
 #include "predicates/NaloTest3.h"
 #include "vertexStore/HC3.h"
+#include "vorn3d/MeshArrays.h"
 #include "vorn3d/Point3.h"
 #include "vorn3d/Tet3.h"
 
@@ -133,6 +134,11 @@ public:
 
     /// Writes the mesh as a scene file, with *pVtx highlighted if it is not null.
     void show(const std::string& filename, const Point3* pVtx) const;
+
+    // --- Dt3Arrays.cpp: the mesh as numbers ---
+
+    /// See Vorn_3D::getArrays().
+    MeshArrays getArrays(const std::vector<Point3*>& vUserHandles) const;
 
     // --- Dt3Validity.cpp: the checker ---
 

@@ -46,6 +46,18 @@ public:
     /// The number of live tetrahedra.
     std::size_t getNumTets() const { return m_pool.getNumElements() - m_vDoomed.size() - m_vReusable.size(); }
 
+    /// All records, live and dead.
+    const SimplePool<Tet3>& getPool() const { return m_pool; }
+
+    /// Calls visit(Tet3*) for all dead records, between insertions.
+    template <typename Visitor>
+    void forEachDead(Visitor visit) const
+    {
+        for (const ScratchList<Tet3*>* pList : {&m_vDoomed, &m_vReusable})
+            for (std::size_t i = 0; i < pList->size(); ++i)
+                visit((*pList)[i]);
+    }
+
     /// Calls visit(Tet3*) for all records, dead ones too, in ascending address order.
     template <typename Visitor>
     void forEachRecord(Visitor visit) const

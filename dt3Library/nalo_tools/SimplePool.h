@@ -113,15 +113,13 @@ public:
                 visit(pFirst + i);
     }
 
-private:
-    static constexpr std::size_t MAX_CONTAINER_BYTES = 100'000'000;
-    static constexpr std::align_val_t ALIGNMENT{alignof(T)};
-
-    // Containers are filled one after another, so that all but the last are full. Since vSizes keeps what a
-    // reset has freed, the sizes of the containers behind the first are at its end.
+    /// Calls visit(T*, std::size_t), with the first of them and their number, for the records handed out from
+    /// each container, in the order in which they were.
     template <typename BlockVisitor>
     void forEachBlock(BlockVisitor visit) const
     {
+        // Containers are filled one after another, so that all but the last are full. Since vSizes keeps what
+        // a reset has freed, the sizes of the containers behind the first are at its end.
         const std::size_t numContainers = vContainers.size();
         for (std::size_t i = 0; i < numContainers; ++i) {
             const bool bLast = i + 1 == numContainers;
@@ -129,6 +127,10 @@ private:
             visit(vContainers[i], static_cast<std::size_t>(bLast ? currentIndex + 1 : sizeIfFull));
         }
     }
+
+private:
+    static constexpr std::size_t MAX_CONTAINER_BYTES = 100'000'000;
+    static constexpr std::align_val_t ALIGNMENT{alignof(T)};
 
     void startContainer()
     {

@@ -60,6 +60,9 @@ public:
     /// Puts vertices of this store into curve order. O(n log n).
     void sort(std::vector<Point3*>& vVertices) const;
 
+    /// The records of the vertices, and maybe one behind them that is not in use.
+    const SimplePool<Point3>& getPool() const { return vertexPool; }
+
     std::size_t getNumVertices() const { return sIdxVtx.size(); }
 
     /// Takes over the extents of the current box and computes all keys anew.
