@@ -35,13 +35,11 @@ ExitStatus runQuietly(const MeshOptions& options, const std::function<ExitStatus
 
 } // namespace
 
-void addMeshOptions(CLI::App& command, MeshOptions& options, const std::string& fileName,
-                    const std::vector<std::string>& vFormatNames)
+void addMeshOptions(CLI::App& command, MeshOptions& options, const FileArgument& file)
 {
-    command.add_option(fileName, options.input, "The file of points; - is standard input, read as text")
-        ->required();
+    command.add_option(file.name, options.input, file.description)->required();
     command.add_option("--format", options.inputFormat, "Read this format, whatever the file's extension")
-        ->check(CLI::IsMember(vFormatNames));
+        ->check(CLI::IsMember(file.vFormatNames));
     command.add_flag("--json", options.bJson, "Print the report as a JSON object");
     command.add_flag("-v,--verbose", options.bVerbose, "Show the library's own messages on standard error");
 }

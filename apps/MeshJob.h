@@ -25,11 +25,16 @@ struct MeshOptions
     bool bVerbose = false;
 };
 
-/// Adds the file, under the given name and with the names of the formats that it may have, and --format,
-/// --json and
-/// --verbose.
-void addMeshOptions(CLI::App& command, MeshOptions& options, const std::string& fileName,
-                    const std::vector<std::string>& vFormatNames);
+/// The file on the command line as help shows it, and the names of the formats that it may have.
+struct FileArgument
+{
+    std::string name;
+    std::string description;
+    std::vector<std::string> vFormatNames;
+};
+
+/// Adds the file, and --format, --json and --verbose.
+void addMeshOptions(CLI::App& command, MeshOptions& options, const FileArgument& file);
 
 /// What a command works on: the mesh of the points, and the report that is printed in the end.
 class MeshJob

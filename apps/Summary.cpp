@@ -19,14 +19,14 @@ std::size_t countHullFacets(const Tet3& tet)
     return num;
 }
 
-double getPointsPerSecond(const Summary& summary)
+} // namespace
+
+long long getRate(std::size_t num, double seconds)
 {
     // The clock's resolution bounds the speed that can be told.
     constexpr double shortestTime = 1e-6;
-    return static_cast<double>(summary.numPoints) / std::max(summary.secondsTriangulating, shortestTime);
+    return std::llround(static_cast<double>(num) / std::max(seconds, shortestTime));
 }
-
-} // namespace
 
 MeshCounts countMesh(const Vorn_3D& triangulation)
 {
@@ -53,7 +53,7 @@ void Summary::addTo(Report& report) const
     report.add("hull facets", counts.numHullFacets);
     report.add("reading", secondsReading, "s");
     report.add("triangulating", secondsTriangulating, "s");
-    report.add("points per second", std::llround(getPointsPerSecond(*this)));
+    report.add("points per second", getRate(numPoints, secondsTriangulating));
 }
 
 } // namespace VORN3D::program

@@ -22,7 +22,10 @@ struct MeshCounts
 
 MeshCounts countMesh(const Vorn_3D& triangulation);
 
-/// What `vorn3d triangulate` always reports.
+/// So many things in the time, rounded to whole ones a second.
+long long getRate(std::size_t num, double seconds);
+
+/// What is reported of every mesh.
 struct Summary
 {
     std::size_t numPoints = 0;

@@ -124,7 +124,9 @@ void addTriangulateCommand(CLI::App& app, ExitStatus& status)
 {
     const auto pOptions = std::make_shared<TriangulateOptions>();
     CLI::App* pCommand = app.add_subcommand("triangulate", description);
-    addMeshOptions(*pCommand, *pOptions, "FILE", getFormatNames(getPointFormats()));
+    addMeshOptions(
+        *pCommand, *pOptions,
+        {"FILE", "The file of points; - is standard input, read as text", getFormatNames(getPointFormats())});
     pCommand
         ->add_option("-o,--output", pOptions->vOutputs,
                      "Write the mesh into this file, in the format of its extension; may be given repeatedly")

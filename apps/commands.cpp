@@ -5,7 +5,8 @@ namespace VORN3D::program
 
 const std::vector<AddCommand*>& getCommands()
 {
-    static const std::vector<AddCommand*> vCommands{addTriangulateCommand, addGenerateCommand};
+    static const std::vector<AddCommand*> vCommands{addTriangulateCommand, addInterpolateCommand,
+                                                    addNearestCommand, addGenerateCommand};
     return vCommands;
 }
 

@@ -14,6 +14,8 @@ namespace VORN3D::program
 using AddCommand = void(CLI::App& app, ExitStatus& status);
 
 AddCommand addTriangulateCommand;
+AddCommand addInterpolateCommand;
+AddCommand addNearestCommand;
 AddCommand addGenerateCommand;
 
 /// All commands in the order in which help lists them.

@@ -1,6 +1,7 @@
 #include "vorn3d/geometry/nearestVertex.h"
 
 #include "distanceOrder.h"
+#include "spatialOrder.h"
 #include "vertexStar.h"
 
 #include <algorithm>
@@ -50,6 +51,32 @@ Distant findNearest(const DistanceOrder& order, const Tet3& tet)
     return nearest;
 }
 
+/// Passes the k vertices nearest to the order's query to use(), nearest first, starting at a tetrahedron near
+/// it.
+template <class Use>
+void findNearest(const DistanceOrder& order, const Tet3& tet, std::size_t k, const Use& use)
+{
+    const auto isAfter = [&order](const Distant& a, const Distant& b) { return order(b, a); };
+    std::vector<Distant> vHeap = {findNearest(order, tet)};
+    AddressSet<Point3> seen;
+    seen.insert(vHeap.front().pVtx);
+    for (std::size_t numFound = 1; !vHeap.empty(); ++numFound) {
+        std::pop_heap(vHeap.begin(), vHeap.end(), isAfter);
+        Point3* pNearest = vHeap.back().pVtx;
+        vHeap.pop_back();
+        use(pNearest);
+        if (numFound == k)
+            return;
+        forEachNeighborVertex(*pNearest, [&](Point3* pNeighbor) {
+            if (seen.insert(pNeighbor)) {
+                vHeap.push_back(order.measure(pNeighbor));
+                std::push_heap(vHeap.begin(), vHeap.end(), isAfter);
+            }
+            return false;
+        });
+    }
+}
+
 } // namespace
 
 Point3* nearestVertex(const Vorn_3D& dt, const Point3& p, Tet3* pStart)
@@ -61,27 +88,25 @@ Point3* nearestVertex(const Vorn_3D& dt, const Point3& p, Tet3* pStart)
 std::vector<Point3*> kNearestVertices(const Vorn_3D& dt, const Point3& p, std::size_t k, Tet3* pStart)
 {
     std::vector<Point3*> vNearest;
-    const Tet3* pTet = k == 0 ? nullptr : findClosestTet(dt, p, pStart);
-    if (pTet == nullptr)
-        return vNearest;
-    const DistanceOrder order(p);
-    const auto isAfter = [&order](const Distant& a, const Distant& b) { return order(b, a); };
-    std::vector<Distant> vHeap = {findNearest(order, *pTet)};
-    AddressSet<Point3> seen;
-    seen.insert(vHeap.front().pVtx);
-    while (!vHeap.empty()) {
-        std::pop_heap(vHeap.begin(), vHeap.end(), isAfter);
-        vNearest.push_back(vHeap.back().pVtx);
-        vHeap.pop_back();
-        if (vNearest.size() == k)
-            break;
-        forEachNeighborVertex(*vNearest.back(), [&](Point3* pNeighbor) {
-            if (seen.insert(pNeighbor)) {
-                vHeap.push_back(order.measure(pNeighbor));
-                std::push_heap(vHeap.begin(), vHeap.end(), isAfter);
-            }
-            return false;
-        });
+    if (const Tet3* pTet = k == 0 ? nullptr : findClosestTet(dt, p, pStart); pTet != nullptr)
+        findNearest(DistanceOrder(p), *pTet, k, [&](Point3* pVtx) { vNearest.push_back(pVtx); });
+    return vNearest;
+}
+
+std::vector<Point3*> nearestVertices(const Vorn_3D& dt, const std::vector<Point3>& vPoints, std::size_t k)
+{
+    std::vector<Point3*> vNearest(k * vPoints.size(), nullptr);
+    Tet3* pTet = nullptr;
+    for (const std::size_t i : makeSpatialOrder(vPoints)) {
+        pTet = findClosestTet(dt, vPoints[i], pTet);
+        if (pTet == nullptr || k == 0)
+            continue;
+        const DistanceOrder order(vPoints[i]);
+        Point3** ppNext = &vNearest[k * i];
+        if (k == 1)
+            *ppNext = findNearest(order, *pTet).pVtx;
+        else
+            findNearest(order, *pTet, k, [&](Point3* pVtx) { *ppNext++ = pVtx; });
     }
     return vNearest;
 }

@@ -54,7 +54,7 @@ void FieldCursor::skipField()
 
 std::string FieldCursor::describeField() const
 {
-    return "'" + makePrintable({m_p, findFieldEnd()}, maxDescription) + "'";
+    return "'" + makePrintable(std::string(getField()), maxDescription) + "'";
 }
 
 const char* FieldCursor::findFieldEnd() const

@@ -30,6 +30,9 @@ public:
     /// Steps over the next field, whatever it holds.
     void skipField();
 
+    /// The next field as it is.
+    std::string_view getField() const { return {m_p, static_cast<std::size_t>(findFieldEnd() - m_p)}; }
+
     /// The next field, made fit for a message: shortened, without control characters.
     std::string describeField() const;
 

@@ -19,7 +19,9 @@ constexpr double maxCount = 9007199254740992.0;
     lines.fail("the " + meaning + " " + fields.describeField() + reason);
 }
 
-double readField(FieldCursor& fields, const LineReader& lines, const char* meaning)
+} // namespace
+
+double readValue(FieldCursor& fields, const LineReader& lines, const char* meaning)
 {
     double value = 0.0;
     const FieldStatus status = fields.readNumber(value);
@@ -28,8 +30,6 @@ double readField(FieldCursor& fields, const LineReader& lines, const char* meani
     return value;
 }
 
-} // namespace
-
 bool isFinite(const Point3& p)
 {
     return std::isfinite(p.x()) && std::isfinite(p.y()) && std::isfinite(p.z());
@@ -37,16 +37,16 @@ bool isFinite(const Point3& p)
 
 Point3 readCoordinates(FieldCursor& fields, const LineReader& lines)
 {
-    const double x = readField(fields, lines, "x coordinate");
-    const double y = readField(fields, lines, "y coordinate");
-    const double z = readField(fields, lines, "z coordinate");
+    const double x = readValue(fields, lines, "x coordinate");
+    const double y = readValue(fields, lines, "y coordinate");
+    const double z = readValue(fields, lines, "z coordinate");
     return {x, y, z};
 }
 
 std::size_t readCount(FieldCursor& fields, const LineReader& lines, const char* meaning)
 {
     const FieldCursor start = fields;
-    const double value = readField(fields, lines, meaning);
+    const double value = readValue(fields, lines, meaning);
     if (value < 0.0 || value > maxCount || value != std::floor(value))
         lines.fail(std::string("the ") + meaning + " " + start.describeField() + " is not a count");
     return static_cast<std::size_t>(value);

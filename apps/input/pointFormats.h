@@ -2,11 +2,7 @@
 // InputError, with a line number where there are lines, on anything that is not a list of finite points.
 #pragma once
 
-#include "input/ByteSource.h"
-
-#include "vorn3d/Point3.h"
-
-#include <vector>
+#include "input/readPoints.h"
 
 namespace VORN3D::program
 {
@@ -14,7 +10,10 @@ namespace VORN3D::program
 /// Three coordinates a line, in any common separation, with an optional line of column names first.
 std::vector<Point3> readText(ByteSource& source);
 
-/// The same, with an optional first line that holds the number of points.
+/// The same with as many numbers as one likes after the coordinates, the same many on each line.
+PointTable readTextTable(ByteSource& source);
+
+/// Points as above, with an optional first line that holds the number of points.
 std::vector<Point3> readPts(ByteSource& source);
 
 /// TetGen's list of numbered nodes, counted from 0 or 1.

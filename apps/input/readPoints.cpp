@@ -7,6 +7,22 @@
 namespace VORN3D::program
 {
 
+namespace
+{
+
+void numberPoints(const std::string& fileName, std::vector<Point3>& vPoints)
+{
+    if (vPoints.empty())
+        throw InputError(fileName, "holds no points");
+    if (vPoints.size() > INT_MAX)
+        throw InputError(fileName, "holds more than " + std::to_string(INT_MAX) + " points");
+    int index = 0;
+    for (Point3& point : vPoints)
+        point.setCustomIndex(index++);
+}
+
+} // namespace
+
 const FileFormats<ReadFunction>& getPointFormats()
 {
     static const FileFormats<ReadFunction> vFormats{
@@ -32,14 +48,30 @@ std::vector<Point3> readPoints(const std::string& path, const std::string& forma
     const auto& format = chooseFormat(getPointFormats(), path, formatName);
     ByteSource source(path);
     std::vector<Point3> vPoints = format.pFunction(source);
-    if (vPoints.empty())
-        throw InputError(source.getName(), "holds no points");
-    if (vPoints.size() > INT_MAX)
-        throw InputError(source.getName(), "holds more than " + std::to_string(INT_MAX) + " points");
-    int index = 0;
-    for (Point3& point : vPoints)
-        point.setCustomIndex(index++);
+    numberPoints(source.getName(), vPoints);
     return vPoints;
+}
+
+const FileFormats<ReadTableFunction>& getTableFormats()
+{
+    static const FileFormats<ReadTableFunction> vFormats{
+        {"text",
+         {".xyz", ".txt", ".csv"},
+         "x y z and values on each line, between them blanks, tabs, a comma or a semicolon",
+         readTextTable},
+    };
+    return vFormats;
+}
+
+PointTable readPointTable(const std::string& path, const std::string& formatName)
+{
+    const auto& format = chooseFormat(getTableFormats(), path, formatName);
+    ByteSource source(path);
+    PointTable table = format.pFunction(source);
+    numberPoints(source.getName(), table.vPoints);
+    if (table.numColumns == 0)
+        throw InputError(source.getName(), "holds no values: they stand in the columns after x, y and z");
+    return table;
 }
 
 } // namespace VORN3D::program

@@ -21,4 +21,23 @@ const FileFormats<ReadFunction>& getPointFormats();
 /// InputError.
 std::vector<Point3> readPoints(const std::string& path, const std::string& formatName);
 
+/// Points and further numbers, the same many for each.
+struct PointTable
+{
+    std::vector<Point3> vPoints;
+    std::size_t numColumns = 0;
+    /// One name for each column: from the file, or "value1" and so on.
+    std::vector<std::string> vColumnNames;
+    /// Those of point i begin at numColumns * i.
+    std::vector<double> vValues;
+};
+
+using ReadTableFunction = PointTable(ByteSource&);
+
+/// The formats in which such tables are read.
+const FileFormats<ReadTableFunction>& getTableFormats();
+
+/// Reads a table of at least one point and one column; else as readPoints().
+PointTable readPointTable(const std::string& path, const std::string& formatName);
+
 } // namespace VORN3D::program

@@ -2,6 +2,8 @@
 #include "input/coordinates.h"
 #include "input/pointFormats.h"
 
+#include <algorithm>
+
 namespace VORN3D::program
 {
 
@@ -26,22 +28,50 @@ bool isOneNumber(std::string_view line)
     return fields.readNumber(value) == FieldStatus::number && fields.atEnd();
 }
 
-/// Reads points from the current line to the end of the text.
-std::vector<Point3> readPoints(LineReader& lines, std::string_view line)
+/// Calls readRow(fields) for the current line and all others to the end of the text.
+template <typename ReadRow>
+void readRows(LineReader& lines, std::string_view line, const ReadRow& readRow)
 {
-    std::vector<Point3> vPoints;
     do {
         FieldCursor fields(line);
-        vPoints.push_back(readCoordinates(fields, lines));
+        readRow(fields);
     } while (lines.nextWithFields(line));
+}
+
+/// The points of all lines; the current one may be a header.
+std::vector<Point3> readTable(LineReader& lines, std::string_view line)
+{
+    std::vector<Point3> vPoints;
+    if (!isHeader(line) || lines.nextWithFields(line))
+        readRows(lines, line,
+                 [&](FieldCursor& fields) { vPoints.push_back(readCoordinates(fields, lines)); });
     return vPoints;
 }
 
-/// The same, but the current line may be a header.
-std::vector<Point3> readTable(LineReader& lines, std::string_view line)
+/// The names of the columns after the coordinates.
+std::vector<std::string> getColumnNames(std::string_view header)
 {
-    const bool bPoints = !isHeader(line) || lines.nextWithFields(line);
-    return bPoints ? readPoints(lines, line) : std::vector<Point3>();
+    std::vector<std::string> vNames;
+    for (FieldCursor fields(header); !fields.atEnd(); fields.skipField())
+        vNames.emplace_back(fields.getField());
+    vNames.erase(vNames.begin(),
+                 vNames.begin() + std::min<std::ptrdiff_t>(3, static_cast<std::ptrdiff_t>(vNames.size())));
+    return vNames;
+}
+
+/// Reads a point and its values; the first line tells how many values there are for each.
+void readRow(FieldCursor& fields, const LineReader& lines, PointTable& table)
+{
+    table.vPoints.push_back(readCoordinates(fields, lines));
+    const std::size_t numBefore = table.vValues.size();
+    while (!fields.atEnd())
+        table.vValues.push_back(readValue(fields, lines, "value"));
+    const std::size_t num = table.vValues.size() - numBefore;
+    if (table.vPoints.size() == 1)
+        table.numColumns = num;
+    if (num != table.numColumns)
+        lines.fail("there are " + std::to_string(num) + " values after the coordinates, not " +
+                   std::to_string(table.numColumns) + " as on the first line");
 }
 
 } // namespace
@@ -51,6 +81,25 @@ std::vector<Point3> readText(ByteSource& source)
     LineReader lines(source);
     std::string_view line;
     return lines.nextWithFields(line) ? readTable(lines, line) : std::vector<Point3>();
+}
+
+PointTable readTextTable(ByteSource& source)
+{
+    LineReader lines(source);
+    std::string_view line;
+    PointTable table;
+    bool bRows = lines.nextWithFields(line);
+    if (bRows && isHeader(line)) {
+        table.vColumnNames = getColumnNames(line);
+        bRows = lines.nextWithFields(line);
+    }
+    if (bRows)
+        readRows(lines, line, [&](FieldCursor& fields) { readRow(fields, lines, table); });
+    table.vColumnNames.resize(table.numColumns);
+    for (std::size_t i = 0; i < table.numColumns; ++i)
+        if (table.vColumnNames[i].empty())
+            table.vColumnNames[i] = "value" + std::to_string(i + 1);
+    return table;
 }
 
 std::vector<Point3> readPts(ByteSource& source)

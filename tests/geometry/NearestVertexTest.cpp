@@ -52,6 +52,23 @@ TEST_P(NearestVertex, ComesBeforeAllOthers)
     }
 }
 
+TEST_P(NearestVertex, OfManyPointsAreThoseOfEach)
+{
+    triangulate(100);
+    std::vector<Point3> vQueries = makeQueries(60);
+    vQueries.emplace_back(HUGE_VAL, 0, 0);
+    for (const std::size_t k : {std::size_t{1}, std::size_t{3}, m_vVertices.size() + 2}) {
+        const std::vector<Point3*> vFound = nearestVertices(m_dt, vQueries, k);
+        ASSERT_EQ(vFound.size(), k * vQueries.size());
+        for (std::size_t i = 0; i < vQueries.size(); ++i) {
+            std::vector<Point3*> vExpected = kNearestVertices(m_dt, vQueries[i], k);
+            vExpected.resize(k, nullptr);
+            ASSERT_TRUE(std::equal(vExpected.begin(), vExpected.end(),
+                                   vFound.begin() + static_cast<std::ptrdiff_t>(k * i)));
+        }
+    }
+}
+
 TEST_P(NearestVertex, NeighborsShareATetrahedron)
 {
     triangulate(200);

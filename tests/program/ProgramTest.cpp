@@ -8,6 +8,7 @@
 
 #include <nlohmann/json.hpp>
 
+#include <algorithm>
 #include <cmath>
 #include <map>
 #include <set>
@@ -146,6 +147,82 @@ TEST_F(Program, MeasuresAngles)
     EXPECT_NEAR(report.at("hull_area"), 2.0, 1e-9);
 }
 
+/// The numbers of a table, row by row; text that is no number becomes NaN.
+std::vector<std::vector<double>> parseTable(std::string table)
+{
+    std::replace(table.begin(), table.end(), ',', ' ');
+    std::vector<std::vector<double>> vRows;
+    std::istringstream lines(table);
+    for (std::string line, field; std::getline(lines, line);) {
+        vRows.emplace_back();
+        for (std::istringstream fields(line); fields >> field;)
+            vRows.back().push_back(std::isdigit(static_cast<unsigned char>(field[field[0] == '-'])) != 0
+                                       ? std::stod(field)
+                                       : NAN);
+    }
+    return vRows;
+}
+
+TEST_F(Program, InterpolatesEachColumnOfValues)
+{
+    // Two linear functions on a cube, and queries in it and beyond.
+    m_directory.write("values.csv", "x,y,z,sum,height\n0,0,0,0,0\n1,0,0,1,0\n0,1,0,1,0\n1,1,0,2,0\n"
+                                    "0,0,1,1,2\n1,0,1,2,2\n0,1,1,2,2\n1,1,1,3,2\n0.3,0.4,0.5,1.2,1\n");
+    m_directory.write("queries.xyz", "0.25 0.5 0.125\n1 1 1\n1 1 2\n0.3 0.4 0.5\n");
+    for (const std::string method : {"linear", "natural", "nearest"}) {
+        SCOPED_TRACE(method);
+        const auto outcome =
+            run("vorn3d interpolate values.csv queries.xyz -o answers.csv --json --method " + method);
+        ASSERT_EQ(outcome.status, exitSuccess) << outcome.errors;
+        const std::string answers = m_directory.read("answers.csv");
+        EXPECT_EQ(answers.substr(0, answers.find('\n')), "x,y,z,sum,height");
+        const auto vRows = parseTable(answers);
+        ASSERT_EQ(vRows.size(), 5u);
+        const auto report = nlohmann::json::parse(outcome.output);
+        EXPECT_EQ(report.at("queries"), 4);
+        EXPECT_EQ(report.at("greatest").at("sum"), 3);
+        EXPECT_EQ(vRows[2], (std::vector<double>{1, 1, 1, 3, 2}));
+        EXPECT_EQ(vRows[4], (std::vector<double>{0.3, 0.4, 0.5, 1.2, 1}));
+        EXPECT_EQ(report.at("queries_without_values"), method == "nearest" ? 0 : 1);
+        EXPECT_EQ(std::isnan(vRows[3][4]), method != "nearest");
+        if (method == "nearest")
+            EXPECT_EQ(vRows[1][3], 1.2);
+        else
+            EXPECT_NEAR(vRows[1][3], 0.875, 1e-12);
+    }
+    const Outcome clamped =
+        run("vorn3d interpolate values.csv queries.xyz -o - --outside clamp --method linear");
+    EXPECT_EQ(parseTable(clamped.output)[2], (std::vector<double>{1, 1, 2, 3, 2}));
+    EXPECT_NE(clamped.errors.find("queries without values:   0\n"), std::string::npos) << clamped.errors;
+}
+
+TEST_F(Program, FindsNearestPoints)
+{
+    const Outcome outcome =
+        run("vorn3d generate -n 150000 -o queries.bin; vorn3d generate -n 300 --seed 2 -o points.bin;"
+            " vorn3d nearest points.bin queries.bin -k 2 -o nearest.txt --json");
+    ASSERT_EQ(outcome.status, exitSuccess) << outcome.errors;
+    const std::vector<Point3> vPoints = readPoints(m_directory.getPath("points.bin"), "");
+    const std::vector<Point3> vQueries = readPoints(m_directory.getPath("queries.bin"), "");
+    const auto vRows = parseTable(m_directory.read("nearest.txt"));
+    ASSERT_EQ(vRows.size(), 2 * vQueries.size());
+    const auto getDistance = [](const Point3& p, const Point3& q) {
+        return std::hypot(p.x() - q.x(), p.y() - q.y(), p.z() - q.z());
+    };
+    for (std::size_t i = 0; i < vQueries.size(); i += 97) {
+        std::vector<double> vDistances;
+        for (const Point3& p : vPoints)
+            vDistances.push_back(getDistance(p, vQueries[i]));
+        std::sort(vDistances.begin(), vDistances.end());
+        for (std::size_t k = 0; k < 2; ++k) {
+            const std::vector<double>& row = vRows[2 * i + k];
+            ASSERT_EQ(row[0], static_cast<double>(i));
+            ASSERT_EQ(row[2], vDistances[k]);
+            ASSERT_EQ(getDistance(vPoints[static_cast<std::size_t>(row[1])], vQueries[i]), row[2]);
+        }
+    }
+}
+
 // In the foreground, timeout signals its child alone; else also the group, and a second signal ends the
 // program without a word.
 TEST_F(Program, StopsWhenInterrupted)
@@ -191,6 +268,8 @@ TEST_F(Program, ShowsProgressThatFitsTheTerminal)
 TEST_F(Program, ReportsBadInputWithStatus2)
 {
     m_directory.write("bad.xyz", "1 2 3\n1 2 x\n");
+    m_directory.write("ragged.csv", "1 2 3 4\n1 2 3 4 5\n");
+    m_directory.write("bare.csv", "x,y,z\n1,2,3\n");
     const std::vector<std::pair<std::string, std::string>> vCases{
         {"triangulate bad.xyz", "bad.xyz:2: the z coordinate 'x' is not a number\n"},
         {"triangulate - <bad.xyz", "<stdin>:2: the z coordinate 'x' is not a number\n"},
@@ -199,6 +278,11 @@ TEST_F(Program, ReportsBadInputWithStatus2)
         {"triangulate .", ".: Is a directory\n"},
         {"triangulate --format bin bad.xyz",
          "bad.xyz: the last point is incomplete: the size is not a multiple of 24 bytes\n"},
+        {"nearest ragged.csv bad.xyz", "bad.xyz:2: the z coordinate 'x' is not a number\n"},
+        {"interpolate ragged.csv bare.csv",
+         "ragged.csv:2: there are 2 values after the coordinates, not 1 as on the first line\n"},
+        {"interpolate bare.csv bare.csv",
+         "bare.csv: holds no values: they stand in the columns after x, y and z\n"},
     };
     for (const auto& [arguments, message] : vCases) {
         const Outcome outcome = run("vorn3d " + arguments);
@@ -210,12 +294,27 @@ TEST_F(Program, ReportsBadInputWithStatus2)
 
 TEST_F(Program, RefusesUnusableArgumentsWithStatus2)
 {
-    for (const std::string arguments :
-         {"", "triangulate", "triangulate a.las", "triangulate --format las a.xyz", "refine", "generate -n 5",
-          "generate -n 5 -o a.ply", "generate -n 0 -o a.xyz", "generate -n -5 -o a.xyz",
-          "triangulate - -o mesh", "triangulate - -o -", "triangulate a.xyz -o a.mesh -o a.docx",
-          "triangulate a.xyz --picture a.jpg", "triangulate a.xyz --picture a.png --color mood",
-          "generate -n 5 --shape torus -o a.xyz", "generate -n 5 --seed -1 -o a.xyz"}) {
+    for (const std::string arguments : {"",
+                                        "triangulate",
+                                        "triangulate a.las",
+                                        "triangulate --format las a.xyz",
+                                        "refine",
+                                        "generate -n 5",
+                                        "generate -n 5 -o a.ply",
+                                        "generate -n 0 -o a.xyz",
+                                        "generate -n -5 -o a.xyz",
+                                        "triangulate - -o mesh",
+                                        "triangulate - -o -",
+                                        "triangulate a.xyz -o a.mesh -o a.docx",
+                                        "triangulate a.xyz --picture a.jpg",
+                                        "triangulate a.xyz --picture a.png --color mood",
+                                        "generate -n 5 --shape torus -o a.xyz",
+                                        "generate -n 5 --seed -1 -o a.xyz",
+                                        "interpolate a.xyz",
+                                        "nearest -k 0 a.xyz b.xyz",
+                                        "nearest a.xyz b.xyz -o a.vtu",
+                                        "interpolate a.bin b.xyz",
+                                        "interpolate --method cubic a.csv b.xyz"}) {
         const Outcome outcome = run("vorn3d " + arguments);
         EXPECT_EQ(outcome.status, exitBadInput) << arguments;
         EXPECT_NE(outcome.errors, "") << arguments;
@@ -261,7 +360,8 @@ TEST_F(Program, ShowsTheLibrarysMessagesWhenAsked)
 
 TEST_F(Program, ExplainsItself)
 {
-    for (const std::string arguments : {"--help", "--version", "triangulate --help", "generate --help"}) {
+    for (const std::string arguments : {"--help", "--version", "triangulate --help", "generate --help",
+                                        "interpolate --help", "nearest --help"}) {
         const Outcome outcome = run("vorn3d " + arguments);
         EXPECT_EQ(outcome.status, exitSuccess);
         EXPECT_EQ(outcome.errors, "");

@@ -32,6 +32,12 @@ VORN3D_GEOMETRY_EXPORT Point3* nearestVertex(const Vorn_3D& dt, const Point3& p,
 VORN3D_GEOMETRY_EXPORT std::vector<Point3*> kNearestVertices(const Vorn_3D& dt, const Point3& p,
                                                              std::size_t k, Tet3* pStart = nullptr);
 
+/// The same for many points: the k nearest vertices of point i begin at k * i. Where there are fewer, the
+/// places left are null. The points are looked up in an order in which neighbours follow each other, so that
+/// walks are short.
+VORN3D_GEOMETRY_EXPORT std::vector<Point3*>
+nearestVertices(const Vorn_3D& dt, const std::vector<Point3>& vPoints, std::size_t k = 1);
+
 /// The vertices that an edge of the mesh joins with vtx, each once, in no particular order but always the
 /// same. Empty if vtx is not a vertex of a mesh. Takes time linear in the number of tetrahedra around vtx.
 VORN3D_GEOMETRY_EXPORT std::vector<Point3*> getVertexNeighbors(const Point3* pVtx);
