@@ -55,22 +55,26 @@ struct MeshQuality
     /// Of one measure over all tetrahedra. The mean is that of the numbers, not weighted by volume.
     struct Range
     {
-        double least = 0.0;
-        double greatest = 0.0;
-        double mean = 0.0;
+        double least = 0.0;    ///< the least value
+        double greatest = 0.0; ///< the greatest one
+        double mean = 0.0;     ///< their mean
     };
 
+    /// How many tetrahedra there are.
     std::size_t numTets = 0;
 
     /// The volume of the hull: the sum of all, none of which is negative, so that its relative error is small
     /// too.
     double volume = 0.0;
 
+    /// The measures of TetQuality3 with these names.
+    ///@{
     Range edgeRatio;
     Range radiusRatio;
     Range radiusEdgeRatio;
     Range leastAngle;
     Range greatestAngle;
+    ///@}
 };
 
 /// Measures all tetrahedra, in time linear in their number. All values are zero if there is no mesh.

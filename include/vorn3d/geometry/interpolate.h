@@ -16,8 +16,8 @@ enum class OutsideHull3 { NOTHING, NEAREST, CLAMP };
 /// A vertex of the mesh and the share that its value has in an interpolated one.
 struct VertexWeight3
 {
-    Point3* pVtx;
-    double weight;
+    Point3* pVtx;  ///< the vertex
+    double weight; ///< its share
 };
 
 /// The weights of the corners of the tetrahedron that contains p, its barycentric coordinates: of one
