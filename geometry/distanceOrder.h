@@ -24,13 +24,8 @@ Sign compareDistancesInExtendedRange(const PointArray<3>& points);
 ///@}
 
 /// The same sign, by stages of growing cost, never undecided. The squared distances are as computed by
-/// getSquaredDistanceTo().
+/// DistanceOrder::measure().
 Sign compareDistances(const PointArray<3>& points, double sqDistanceA, double sqDistanceB);
-
-inline double getSquaredDistanceTo(const Point3& q, const Point3& p)
-{
-    return lift(difference(p.getCoordinates(), q.getCoordinates()));
-}
 
 /// A vertex, and its squared distance from a query as computed.
 struct Distant
@@ -45,7 +40,15 @@ class DistanceOrder
 public:
     explicit DistanceOrder(const Point3& query) : m_query(query) {}
 
-    Distant measure(Point3* pVtx) const { return {pVtx, getSquaredDistanceTo(m_query, *pVtx)}; }
+    const Point3& getQuery() const { return m_query; }
+
+    Distant measure(Point3* pVtx) const { return measure(pVtx, pVtx->getCoordinates()); }
+
+    /// The same for somebody who has the vertex's coordinates at hand.
+    Distant measure(Point3* pVtx, const double* coordinates) const
+    {
+        return {pVtx, lift(difference(coordinates, m_query.getCoordinates()))};
+    }
 
     /// True if a comes before b.
     bool operator()(const Distant& a, const Distant& b) const

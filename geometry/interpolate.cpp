@@ -22,10 +22,7 @@ using Weights = std::vector<VertexWeight3>;
 /// The barycentric coordinates of a point of the closed tetrahedron.
 void appendBarycentricWeights(const Tet3& tet, const Point3& p, Weights& weights)
 {
-    std::array<ScaledDouble, 4> volumes;
-    for (std::size_t i = 0; i < 4; ++i)
-        volumes[i] = getSixfoldVolume(tet, static_cast<int>(i), p);
-    const std::array<double, 4> shares = getShares(volumes);
+    const std::array<double, 4> shares = getBarycentricCoordinates(tet, p);
     for (std::size_t i = 0; i < 4; ++i)
         if (shares[i] > 0.0)
             weights.push_back({tet.getCorner(static_cast<int>(i)), shares[i]});

@@ -24,7 +24,9 @@ ScaledDouble getSixfoldVolume(const Tet3& tet, int i, const Point3& p);
 /// these values at 0 and 1 is zero.
 double findZero(const ScaledDouble& from, const ScaledDouble& to);
 
-/// The shares that numbers, none negative and one positive, have in their sum.
-std::array<double, 4> getShares(const std::array<ScaledDouble, 4>& values);
+/// The barycentric coordinates of a point of the closed tetrahedron, with errors below 2^-40: exactly zero
+/// where it is in the plane of the facet opposite a corner, and positive elsewhere unless beyond the range of
+/// doubles.
+std::array<double, 4> getBarycentricCoordinates(const Tet3& tet, const Point3& p);
 
 } // namespace VORN3D

@@ -25,8 +25,8 @@ struct VertexWeight3
 /// weight is positive appear. Empty if p is not finite or there is no mesh.
 ///
 /// The choice of the tetrahedron, and which weights are zero, is exact; at a vertex its weight is 1. Weights
-/// are positive, have a relative error below 10^-12 in tetrahedra of any shape, and sum to 1 up to rounding;
-/// so linear functions are reproduced, to 10^-12 of the largest difference of coordinates. The walk starts at
+/// are positive, have an error below 10^-12 in tetrahedra of any shape, and sum to 1 up to rounding; so
+/// linear functions are reproduced, to 10^-12 of the largest difference of coordinates. The walk starts at
 /// pStart, or near p if that is null (see Vorn_3D::locate()).
 VORN3D_GEOMETRY_EXPORT std::vector<VertexWeight3>
 interpolateLinear(const Vorn_3D& dt, const Point3& p, OutsideHull3 outside = OutsideHull3::NOTHING,

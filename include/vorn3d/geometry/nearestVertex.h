@@ -14,7 +14,8 @@ namespace VORN3D
 ///
 /// Exact: distances are compared as real numbers. The search locates p by a walk, from pStart or, if that is
 /// null, from a vertex near p on a space-filling curve, and then goes from vertex to vertex along edges of
-/// the mesh as long as one is nearer; on well spread points one or two steps. Outside the hull the number of
+/// the mesh as long as one is nearer; on well spread points one or two steps, each of which looks at some ten
+/// tetrahedra. Outside the hull the number of
 /// steps grows with the number of vertices in between.
 ///
 /// Source: in a Delaunay mesh each vertex but the nearest has a neighbour that is nearer, since its closed
