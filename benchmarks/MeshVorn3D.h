@@ -91,7 +91,10 @@ private:
         std::streambuf* m_pBuffer;
     };
 
+protected:
     VORN3D::Vorn_3D m_dt;
+
+private:
     VORN3D::Tet3* m_pLast = nullptr;
 };
 

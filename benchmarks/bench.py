@@ -46,9 +46,10 @@ SIZES = {
 GROWTH_BASE = "uniform/100000"
 QUICK_SIZE, QUICK_TIMEOUT = 100_000, 20
 DOCUMENT = Path("docs/performance.md")
-BEGIN_TABLES, END_TABLES = "<!-- tables: begin -->\n", "<!-- tables: end -->\n"
 DIAGNOSTIC_ROWS = [("uniform", 100_000), ("uniform", 1_000_000)]
 LOOP_SECONDS = 0.2
+# What is timed inside the process, by programs of these names.
+IN_PROCESS = ["loops", "services"]
 
 
 def parse_arguments():
@@ -57,9 +58,9 @@ def parse_arguments():
     parser.add_argument("--quick", action="store_true",
                         help=f"rows up to {QUICK_SIZE} points, {QUICK_TIMEOUT} s a run")
     parser.add_argument("--rows", metavar="PATTERN", action="append",
-                        help="rows to run, such as 'uniform/*' or 'grid/1000000' or 'loops' (repeatable)")
+                        help="rows to run, such as 'uniform/*', 'grid/1000000', 'loops' or 'services' (repeatable)")
     parser.add_argument("--libraries", metavar="NAMES",
-                        help=f"comma-separated choice of {OURS},{DIAGNOSTIC},{YARDSTICK},TetGen,Qhull")
+                        help=f"comma-separated choice of {OURS},{DIAGNOSTIC},{YARDSTICK},TetGen,Qhull,nanoflann")
     parser.add_argument("--repetitions", type=int, default=3, metavar="N", help="runs of each row (default 3)")
     parser.add_argument("--timeout", type=float, default=120, metavar="SECONDS",
                         help="a run that takes longer is given up, with the larger rows of its input (default 120)")
@@ -96,6 +97,7 @@ def find_programs(options, kind):
         "CGAL": options.release / f"{kind}_cgal",
         "TetGen": options.release / f"{kind}_tetgen",
         "Qhull": options.release / f"{kind}_qhull",
+        "nanoflann": options.release / f"{kind}_nanoflann",
     }
     wanted = options.libraries.split(",") if options.libraries else list(programs)
     return {library: path for library, path in programs.items() if library in wanted and path.exists()}
@@ -147,21 +149,21 @@ def run_rows(options, rows, runs):
                 print(f"{family}/{size} {library}: {result.get('cpuSeconds', result['status'])}", file=sys.stderr)
 
 
-def run_loops(options, entries):
-    """Appends the entries of Google Benchmark's reports, each with the library's name."""
-    programs = find_programs(options, "loops")
+def run_in_process(options, kind, entries):
+    """Appends the entries of Google Benchmark's reports, each with the library's name; the kind is loops or services."""
+    programs = find_programs(options, kind)
     programs.pop(DIAGNOSTIC, None)
-    report = options.out / "loops.json"
+    report = options.out / f"{kind}.json"
     for _ in range(options.repetitions):
         for library, program in programs.items():
             command = [str(program), f"--benchmark_out={report}", "--benchmark_out_format=json",
                        f"--benchmark_min_time={LOOP_SECONDS}"]
             if options.quick:
                 command.append("--benchmark_filter=/10{4,5}(/|$)")
-            print(f"loops {library}", file=sys.stderr)
-            with open(options.out / "loops.log", "w") as log:
+            print(f"{kind} {library}", file=sys.stderr)
+            with open(options.out / f"{kind}.log", "w") as log:
                 subprocess.run(command, stdout=log, stderr=log, check=True)
-            entries += [{"run": library, **entry} for entry in json.loads(report.read_text())["benchmarks"]]
+            entries += [{"run": library, "load": os.getloadavg()[0], **entry} for entry in json.loads(report.read_text())["benchmarks"]]
 
 
 class Results:
@@ -287,63 +289,99 @@ def diagnostic_table(results):
     return make_table("Diagnostic build, seconds", ["input", "release", "diagnostic", "ratio"], lines)
 
 
-def loops_table(results, clock):
-    """Nanoseconds for each item: a query, an inserted point, a tetrahedron listed or checked."""
+def item_times(entries, clock):
+    """Medians of the nanoseconds for each item: {name/points: {library: nanoseconds}}."""
     nanoseconds = {}
     scale = {"ns": 1.0, "us": 1e3, "ms": 1e6, "s": 1e9}
-    for entry in results.measured["loops"]:
+    for entry in entries:
         items = entry["items_per_second"] * entry["cpu_time"] * scale[entry["time_unit"]] / 1e9
         time_of_items = entry[{"cpu": "cpu_time", "wall": "real_time"}[clock]] * scale[entry["time_unit"]]
         name = "/".join(entry["name"].split("/")[:2])
         nanoseconds.setdefault(name, {}).setdefault(entry["run"], []).append(time_of_items / items)
+    return {name: {library: statistics.median(times) for library, times in libraries.items()}
+            for name, libraries in nanoseconds.items()}
+
+
+def loops_table(results, clock):
+    """Nanoseconds for each item: a query, an inserted point, a tetrahedron listed or checked."""
     lines = []
-    for name, libraries in nanoseconds.items():
-        ours, theirs = (statistics.median(libraries[library]) if library in libraries else None
-                        for library in (OURS, YARDSTICK))
+    for name, times in item_times(results.measured["loops"], clock).items():
+        ours, theirs = times.get(OURS), times.get(YARDSTICK)
         ratio = ours / theirs if ours and theirs else None
         lines.append([*name.split("/"), show(ours, "{:.4g}"), show(theirs, "{:.4g}"), show(ratio, "{:.2f}")])
     return make_table("Loops, nanoseconds per item",
                       ["loop", "points", OURS, YARDSTICK, f"{OURS} / {YARDSTICK}"], lines)
 
 
+def services_table(measured, clock):
+    """Microseconds for each query, or for each point of a structure that is built; ours by the quickest peer's."""
+    times = item_times(measured.get("services", []), clock)
+    libraries = list(dict.fromkeys(library for row in times.values() for library in row))
+    lines = []
+    for name, row in times.items():
+        service, points = name.split("/")
+        peers = [time for library, time in row.items() if library != OURS]
+        ratio = row[OURS] / min(peers) if OURS in row and peers else None
+        lines.append([service, f"{int(points):,}",
+                      *(show(row[library] / 1e3 if library in row else None) for library in libraries),
+                      show(ratio, "{:.2f}")])
+    return make_table("Services, microseconds per query",
+                      ["service", "points", *libraries, f"{OURS} / quickest peer"], lines)
+
+
+def describe_measurement(measured, clock):
+    machine = ", ".join(f"{key} {value}" for key, value in measured["machine"].items())
+    entries = measured["runs"] + measured["services"]
+    load = statistics.median([entry["load"] for entry in entries] or [0.0])
+    return f"Medians of {clock} time; {machine}, median load {load:.1f}."
+
+
 def make_report(results, clock):
-    machine = ", ".join(f"{key} {value}" for key, value in results.measured["machine"].items())
-    loads = [run["load"] for run in results.measured["runs"]] or [0.0]
+    """(the tables of the rows and loops, faults)."""
     faults, remarks = results.disagreements()
     faults += results.failures()
     tables = [time_table(results), memory_table(results), growth_table(results), diagnostic_table(results),
               loops_table(results, clock)]
     notes = [f"- {note}" for note in faults + remarks]
-    return "\n".join([f"Medians of {clock} time; {machine}, median load {statistics.median(loads):.1f}.", "", *filter(None, tables), *notes]), faults
+    return "\n".join([*filter(None, tables), *notes]), faults
 
 
-def put_into_document(report):
-    before, rest = DOCUMENT.read_text().split(BEGIN_TABLES)
-    after = rest.split(END_TABLES)[1]
-    DOCUMENT.write_text(f"{before}{BEGIN_TABLES}\n{report}\n{END_TABLES}{after}")
+def put_into_document(kind, report):
+    """Replaces what stands between the marks of that kind of tables."""
+    begin, end = (f"<!-- {kind}: {mark} -->\n" for mark in ("begin", "end"))
+    before, rest = DOCUMENT.read_text().split(begin)
+    after = rest.split(end)[1]
+    DOCUMENT.write_text(f"{before}{begin}\n{report}\n{end}{after}")
 
 
 def main():
     options = parse_arguments()
     rows = select_rows(options)
     if options.list:
-        print("\n".join([*(f"{family}/{size}" for family, size in rows), "loops"]))
+        print("\n".join([*(f"{family}/{size}" for family, size in rows), *IN_PROCESS]))
         return 0
     options.out.mkdir(parents=True, exist_ok=True)
     results_file = options.out / "results.json"
     if not options.tables_only:
-        measured = {"machine": describe_machine(), "runs": [], "loops": []}
+        measured = {"machine": describe_machine(), "runs": [], **{kind: [] for kind in IN_PROCESS}}
         try:
             run_rows(options, rows, measured["runs"])
-            if any(fnmatch.fnmatch("loops", pattern) for pattern in options.rows or ["*"]):
-                run_loops(options, measured["loops"])
+            for kind in IN_PROCESS:
+                if any(fnmatch.fnmatch(kind, pattern) for pattern in options.rows or ["*"]):
+                    run_in_process(options, kind, measured[kind])
         finally:
             results_file.write_text(json.dumps(measured, indent=1))
-    report, faults = make_report(Results(json.loads(results_file.read_text()), options.clock), options.clock)
-    (options.out / "tables.md").write_text(report + "\n")
-    print(report)
+    measured = json.loads(results_file.read_text())
+    report, faults = make_report(Results(measured, options.clock), options.clock)
+    reports = {"tables": report, "services": services_table(measured, options.clock)}
+    heading = describe_measurement(measured, options.clock)
+    text = "\n".join([heading, "", *filter(None, reports.values())])
+    (options.out / "tables.md").write_text(text + "\n")
+    print(text)
     if options.document:
-        put_into_document(report)
+        for kind, tables in reports.items():
+            if tables:
+                put_into_document(kind, f"{heading}\n\n{tables}")
     return 1 if faults else 0
 
 
