@@ -2,6 +2,7 @@
 
 #include "predicates/FloatFilter.h"
 #include "predicates/IntegerRows.h"
+#include "vectors.h"
 #include "vertexStar.h"
 
 #include <algorithm>
@@ -17,7 +18,7 @@ namespace
 // The filter's error bound, which is at least 2^-53 times the largest product that entered, times this.
 constexpr double WANTED_ACCURACY = 0x1p-44;
 
-// The sum of the filter's bounds on four volumes, by that of the volumes. With them the shares are as
+// The sum of the bounds on the errors of four volumes, by that of the volumes. With them the shares are as
 // accurate.
 constexpr double WANTED_SUM_ACCURACY = 0x1p-41;
 
@@ -41,15 +42,6 @@ ScaledDouble evaluateVolume(const std::array<Row<Integer>, 3>& rows, int unitExp
         points, [](const auto& rows, int unitExponent) { return evaluateVolume(rows, unitExponent); });
 }
 
-using FourPoints = std::array<const Point3*, 4>;
-
-FourPoints replaceCorner(const Corners& corners, int i, const Point3& p)
-{
-    FourPoints points = {corners[0], corners[1], corners[2], corners[3]};
-    points[static_cast<std::size_t>(i)] = &p;
-    return points;
-}
-
 } // namespace
 
 ScaledDouble getSixfoldVolume(const Point3& a, const Point3& b, const Point3& c, const Point3& d)
@@ -65,7 +57,9 @@ ScaledDouble getSixfoldVolume(const Point3& a, const Point3& b, const Point3& c,
 
 ScaledDouble getSixfoldVolume(const Tet3& tet, int i, const Point3& p)
 {
-    const FourPoints points = replaceCorner(getCorners(tet), i, p);
+    const Corners corners = getCorners(tet);
+    std::array<const Point3*, 4> points = {corners[0], corners[1], corners[2], corners[3]};
+    points[static_cast<std::size_t>(i)] = &p;
     return getSixfoldVolume(*points[0], *points[1], *points[2], *points[3]);
 }
 
@@ -101,23 +95,32 @@ namespace
 
 } // namespace
 
+// With a, b, c, d the corners from p, the four volumes are det(b, c, d), -det(a, c, d), det(a, b, d) and
+// -det(a, b, c), made of two cross products. Each term of such a determinant is a product of three
+// coordinates, of which each has one rounding; on the way to the determinant it takes five more at most, so
+// that the error is below 8e (1 + e)^7 times the permanent, e = 2^-53. The permanent is at most 6 mx my mz,
+// those being the largest coordinates; 50e mx my mz covers the roundings of the bound, too, and the last
+// terms what underflows (see FloatFilter.h).
 std::array<double, 4> getBarycentricCoordinates(const Tet3& tet, const Point3& p)
 {
+    constexpr double FACTOR = 50.0 * 0x1p-53;
+    constexpr double TINY = filterConstants::tiny;
+    std::array<Vec, 4> v;
+    Vec largest;
     const Corners corners = getCorners(tet);
-    std::array<double, 4> volumes;
-    double errorBound = 0.0;
-    bool bCertain = true;
     for (std::size_t i = 0; i < 4; ++i) {
-        const FourPoints points = replaceCorner(corners, static_cast<int>(i), p);
-        const FilterResult filtered =
-            filterOrientation(points[0]->getCoordinates(), points[1]->getCoordinates(),
-                              points[2]->getCoordinates(), points[3]->getCoordinates());
-        bCertain &= filtered.isCertain();
-        errorBound += filtered.errorBound;
-        volumes[i] = -filtered.det;
+        v[i] = {corners[i]->x() - p.x(), corners[i]->y() - p.y(), corners[i]->z() - p.z()};
+        largest.x = std::max(largest.x, std::fabs(v[i].x));
+        largest.y = std::max(largest.y, std::fabs(v[i].y));
+        largest.z = std::max(largest.z, std::fabs(v[i].z));
     }
+    const Vec ab = cross(v[0], v[1]);
+    const Vec cd = cross(v[2], v[3]);
+    const std::array<double, 4> volumes = {dot(v[1], cd), -dot(v[0], cd), dot(v[3], ab), -dot(v[2], ab)};
+    const double errorBound = (FACTOR * (largest.x * largest.y) + TINY) * largest.z + TINY;
     const double sum = volumes[0] + volumes[1] + volumes[2] + volumes[3];
-    if (bCertain && errorBound < WANTED_SUM_ACCURACY * sum && sum <= LARGEST_FILTERED)
+    if (*std::min_element(volumes.begin(), volumes.end()) > errorBound &&
+        4.0 * errorBound < WANTED_SUM_ACCURACY * sum && sum <= LARGEST_FILTERED)
         return {volumes[0] / sum, volumes[1] / sum, volumes[2] / sum, volumes[3] / sum};
     return getAccurateCoordinates(tet, p);
 }

@@ -5,7 +5,7 @@
 #include <algorithm>
 #include <array>
 #include <cstdint>
-#include <utility>
+#include <numeric>
 
 namespace VORN3D
 {
@@ -13,16 +13,19 @@ namespace VORN3D
 namespace
 {
 
-constexpr double NUM_CELLS = 0x1p20; // along each side of the box
+constexpr double NUM_CELLS = 0x1p16; // along each side of the box
 
-/// The binary digits of a number below 2^20, with two zeros after each.
+// The digits by which keys of 48 bits are sorted.
+constexpr int DIGIT_BITS = 12;
+constexpr int NUM_DIGITS = 4;
+
+/// The binary digits of a number below 2^16, with two zeros after each.
 std::uint64_t spread(std::uint64_t number)
 {
-    number = (number | number << 32) & 0x1f00000000ffff;
-    number = (number | number << 16) & 0x1f0000ff0000ff;
-    number = (number | number << 8) & 0x100f00f00f00f00f;
-    number = (number | number << 4) & 0x10c30c30c30c30c3;
-    return (number | number << 2) & 0x1249249249249249;
+    number = (number | number << 16) & 0xff0000ff;
+    number = (number | number << 8) & 0xf00f00f00f;
+    number = (number | number << 4) & 0xc30c30c30c3;
+    return (number | number << 2) & 0x249249249249;
 }
 
 struct Box
@@ -56,20 +59,45 @@ std::uint64_t getKey(const Box& box, const Point3& p)
     return key;
 }
 
+struct Entry
+{
+    std::uint64_t key;
+    std::size_t position;
+};
+
+/// Sorts by keys, digit by digit from the lowest.
+void sortByKey(std::vector<Entry>& vEntries)
+{
+    constexpr std::size_t NUM_BUCKETS = std::size_t{1} << DIGIT_BITS;
+    std::vector<Entry> vTarget(vEntries.size());
+    for (int digit = 0; digit < NUM_DIGITS; ++digit) {
+        const auto getBucket = [=](const Entry& entry) {
+            return (entry.key >> (digit * DIGIT_BITS)) & (NUM_BUCKETS - 1);
+        };
+        std::vector<std::size_t> vNext(NUM_BUCKETS + 1, 0);
+        for (const Entry& entry : vEntries)
+            ++vNext[getBucket(entry) + 1];
+        std::partial_sum(vNext.begin(), vNext.end(), vNext.begin());
+        for (const Entry& entry : vEntries)
+            vTarget[vNext[getBucket(entry)]++] = entry;
+        vEntries.swap(vTarget);
+    }
+}
+
 } // namespace
 
 std::vector<std::size_t> makeSpatialOrder(const std::vector<Point3>& vPoints)
 {
     const Box box = getBox(vPoints);
-    std::vector<std::pair<std::uint64_t, std::size_t>> vKeys;
-    vKeys.reserve(vPoints.size());
+    std::vector<Entry> vEntries;
+    vEntries.reserve(vPoints.size());
     for (std::size_t i = 0; i < vPoints.size(); ++i)
-        vKeys.emplace_back(getKey(box, vPoints[i]), i);
-    std::sort(vKeys.begin(), vKeys.end());
+        vEntries.push_back({getKey(box, vPoints[i]), i});
+    sortByKey(vEntries);
     std::vector<std::size_t> vOrder;
-    vOrder.reserve(vKeys.size());
-    for (const auto& entry : vKeys)
-        vOrder.push_back(entry.second);
+    vOrder.reserve(vEntries.size());
+    for (const Entry& entry : vEntries)
+        vOrder.push_back(entry.position);
     return vOrder;
 }
 
