@@ -48,10 +48,11 @@ class Dt3;
 /// number of threads may read one triangulation: is3D(), locate(), locateClosed(), getVertices(),
 /// getTetrahedra(), getTetsAroundVertex() and the handles. Different triangulations are independent.
 ///
-/// Errors: wrong usage is reported on standard output and throws VornException; the triangulation is then as
-/// it was. Running out of memory for the mesh ends the process after a message.
+/// Errors: wrong usage is reported and throws VornException; the triangulation is then as it was. Running out
+/// of memory for the mesh ends the process after a message, unless setFatalHandler() says otherwise.
 ///
-/// Output: the library reports on standard output, a line `numPoints=` for every batch included.
+/// Output: the library reports on standard output, or where setMessageStream() sends its text, a line
+/// `numPoints=` for every batch included.
 ///
 /// Cost: on well spread points about 6.75 tetrahedra a point, of 80 bytes each, and a time that grows in
 /// proportion to their number. At worst, as for points on two skew lines, the mesh itself grows with the
