@@ -1,7 +1,7 @@
 #include "scenes/Visualizer3.h"
-#include "nalo_tools/endProcess.h"
 
 #include "nalo_tools/assertion.h"
+#include "nalo_tools/endProcess.h"
 #include "nalo_tools/log.h"
 #include "vorn3d/Tet3.h"
 
@@ -114,6 +114,7 @@ void Visualizer3::writeTet(const Tet3* c, const std::string& color)
 {
     if (c == nullptr) {
         logError("Visualizer3:.writeTet()", "c==NULL");
+        tellFatal("c==NULL");
         std::abort();
     }
     for (int i = 0; i < 4; ++i) {
