@@ -104,9 +104,10 @@ ExitStatus work(const InterpolateOptions& options, MeshJob& job)
     return exitSuccess;
 }
 
-const char* const description = "Interpolate values that are known at points, at the points of another file";
+const char* const interpolateDescription =
+    "Interpolate values that are known at points, at the points of another file";
 
-const char* const notes = R"(
+const char* const interpolateNotes = R"(
 
 VALUES is a table: on each line x, y, z and as many values as you like. A first line without numbers
 names the columns. Of equal points the first one's values count. QUERIES is a file of points, of which
@@ -136,7 +137,7 @@ Examples:
 void addInterpolateCommand(CLI::App& app, ExitStatus& status)
 {
     const auto pOptions = std::make_shared<InterpolateOptions>();
-    CLI::App* pCommand = app.add_subcommand("interpolate", description);
+    CLI::App* pCommand = app.add_subcommand("interpolate", interpolateDescription);
     addQueryOptions(
         *pCommand, *pOptions,
         {"VALUES", "The table of points and values; - is standard input", getFormatNames(getTableFormats())});
@@ -147,7 +148,7 @@ void addInterpolateCommand(CLI::App& app, ExitStatus& status)
         ->capture_default_str()
         ->check(CLI::IsMember(placesOutside));
     pCommand->footer("Formats of values:" + describeFormats(getTableFormats()) + "\n\n" +
-                     describeQueryFormats() + notes);
+                     describeQueryFormats() + interpolateNotes);
     pCommand->callback([pOptions, &status] {
         status = runQueryJob(*pOptions, [&](MeshJob& job) { return work(*pOptions, job); });
     });

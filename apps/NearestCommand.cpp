@@ -60,8 +60,9 @@ ExitStatus work(const NearestOptions& options, MeshJob& job)
     const auto answer = [&](const std::vector<Point3>& vBlock, std::size_t numBefore, const AddRow& addRow) {
         const std::vector<Point3*> vNearest = nearestVertices(job.triangulation, vBlock, k);
         for (std::size_t i = 0; i < vNearest.size(); ++i) {
-            const double distance = getDistance(*vNearest[i], vBlock[i / k]);
-            addRow({static_cast<double>(numBefore + i / k),
+            const std::size_t query = i / k;
+            const double distance = getDistance(*vNearest[i], vBlock[query]);
+            addRow({static_cast<double>(numBefore + query),
                     static_cast<double>(vNearest[i]->getCustomIndex()), distance});
             if (i % k == 0)
                 distances.add(distance);
@@ -72,9 +73,9 @@ ExitStatus work(const NearestOptions& options, MeshJob& job)
     return exitSuccess;
 }
 
-const char* const description = "Find the points of a file that are nearest to those of another";
+const char* const nearestDescription = "Find the points of a file that are nearest to those of another";
 
-const char* const notes = R"(
+const char* const nearestNotes = R"(
 
 The answers are lines of three numbers: the place of a query in its file, the place of a point in the
 other one, both counted from 0, and their distance. The lines of a query follow each other, nearest
@@ -94,14 +95,14 @@ Examples:
 void addNearestCommand(CLI::App& app, ExitStatus& status)
 {
     const auto pOptions = std::make_shared<NearestOptions>();
-    CLI::App* pCommand = app.add_subcommand("nearest", description);
+    CLI::App* pCommand = app.add_subcommand("nearest", nearestDescription);
     addQueryOptions(
         *pCommand, *pOptions,
         {"FILE", "The file of points; - is standard input, read as text", getFormatNames(getPointFormats())});
     pCommand->add_option("-k,--neighbors", pOptions->numNeighbors, "How many points for each query")
         ->capture_default_str()
         ->check(CLI::Range(std::uint64_t(1), maxNeighbors));
-    pCommand->footer(describeQueryFormats() + notes);
+    pCommand->footer(describeQueryFormats() + nearestNotes);
     pCommand->callback([pOptions, &status] {
         status = runQueryJob(*pOptions, [&](MeshJob& job) { return work(*pOptions, job); });
     });

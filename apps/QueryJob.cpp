@@ -16,7 +16,7 @@ namespace
 {
 
 /// So many that looking them up in an order of their own is nearly as quick as for all at once.
-constexpr std::size_t blockSize = std::size_t(1) << 17;
+constexpr std::size_t queriesInBlock = std::size_t(1) << 17;
 
 const TableStyle& chooseStyle(const QueryOptions& options)
 {
@@ -26,8 +26,8 @@ const TableStyle& chooseStyle(const QueryOptions& options)
 void answerBlocks(const std::vector<Point3>& vQueries, const Answer& answer, const AddRow& addRow)
 {
     Progress progress("answering", vQueries.size());
-    for (std::size_t first = 0; first < vQueries.size(); first += blockSize) {
-        const std::size_t end = std::min(first + blockSize, vQueries.size());
+    for (std::size_t first = 0; first < vQueries.size(); first += queriesInBlock) {
+        const std::size_t end = std::min(first + queriesInBlock, vQueries.size());
         answer({vQueries.begin() + static_cast<std::ptrdiff_t>(first),
                 vQueries.begin() + static_cast<std::ptrdiff_t>(end)},
                first, addRow);

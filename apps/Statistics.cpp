@@ -59,7 +59,7 @@ std::string nameInterval(std::size_t i)
 
 } // namespace
 
-Statistics measureMesh(const Vorn_3D& triangulation)
+Statistics makeStatistics(const Vorn_3D& triangulation)
 {
     std::vector<Tet3*> vTets;
     triangulation.getTetrahedra(vTets);

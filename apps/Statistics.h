@@ -31,6 +31,6 @@ struct Statistics
 };
 
 /// Measures a mesh, which must exist.
-Statistics measureMesh(const Vorn_3D& triangulation);
+Statistics makeStatistics(const Vorn_3D& triangulation);
 
 } // namespace VORN3D::program

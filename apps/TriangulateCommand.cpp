@@ -39,7 +39,7 @@ void addStatistics(MeshJob& job)
 {
     job.report.add("duplicates", job.summary.numPoints - job.summary.counts.numVertices);
     if (job.triangulation.is3D())
-        measureMesh(job.triangulation).addTo(job.report);
+        makeStatistics(job.triangulation).addTo(job.report);
     job.report.add("peak memory", getPeakMemory(), "bytes");
 }
 
@@ -89,10 +89,10 @@ ExitStatus triangulate(const TriangulateOptions& options)
         options, [&](MeshJob& job) { return work(options, job); }, std::cout);
 }
 
-const char* const description =
+const char* const triangulateDescription =
     "Triangulate the points of a file, print the mesh's size and the time it took";
 
-const char* const notes = R"(
+const char* const triangulateNotes = R"(
 
 In text, columns after the third are ignored, as are empty lines, a line of column names before the
 first point and everything after a #. Decimal commas are not understood. Every number is read as the
@@ -123,7 +123,7 @@ Examples:
 void addTriangulateCommand(CLI::App& app, ExitStatus& status)
 {
     const auto pOptions = std::make_shared<TriangulateOptions>();
-    CLI::App* pCommand = app.add_subcommand("triangulate", description);
+    CLI::App* pCommand = app.add_subcommand("triangulate", triangulateDescription);
     addMeshOptions(
         *pCommand, *pOptions,
         {"FILE", "The file of points; - is standard input, read as text", getFormatNames(getPointFormats())});
@@ -144,7 +144,7 @@ void addTriangulateCommand(CLI::App& app, ExitStatus& status)
                        "Report area, volume, angles, edge ratios, duplicates and memory too");
     pCommand->footer("Formats of points, chosen by the file's extension in small letters or capitals:" +
                      describeFormats(getPointFormats()) + "\n\nFormats of meshes, chosen in the same way:" +
-                     describeFormats(getMeshFormats()) + notes);
+                     describeFormats(getMeshFormats()) + triangulateNotes);
     pCommand->callback([pOptions, &status] { status = triangulate(*pOptions); });
 }
 

@@ -68,6 +68,45 @@ void locateCoherent(benchmark::State& state)
                     [](Mesh& mesh, const auto& p) { return mesh.locateNear(p); });
 }
 
+/// Sets of so few points, each different from the last one, so that branches cannot be learnt.
+template <class Mesh>
+std::vector<typename Mesh::Points> makeSmallSets(std::size_t num)
+{
+    std::vector<typename Mesh::Points> vSets;
+    for (std::uint64_t seed = 1; seed <= 256; ++seed)
+        vSets.push_back(Mesh::convert(makeInput("uniform", num, seed)));
+    return vSets;
+}
+
+/// A triangulation made, filled and destroyed.
+template <class Mesh>
+void smallSets(benchmark::State& state)
+{
+    auto vSets = makeSmallSets<Mesh>(sizeOf(state));
+    std::size_t next = 0;
+    for (auto _ : state) {
+        Mesh mesh;
+        mesh.insert(vSets[next++ % vSets.size()]);
+        benchmark::DoNotOptimize(mesh);
+    }
+    setItems(state, sizeOf(state));
+}
+
+/// One triangulation, cleared and filled again.
+template <class Mesh>
+void smallSetsReused(benchmark::State& state)
+{
+    auto vSets = makeSmallSets<Mesh>(sizeOf(state));
+    std::size_t next = 0;
+    Mesh mesh;
+    for (auto _ : state) {
+        mesh.clear();
+        mesh.insert(vSets[next++ % vSets.size()]);
+        benchmark::DoNotOptimize(mesh);
+    }
+    setItems(state, sizeOf(state));
+}
+
 template <class Mesh>
 void insertSingly(benchmark::State& state)
 {
@@ -141,6 +180,8 @@ int runLoops(int argc, char** argv)
     add("locateCoherent", locateCoherent<Mesh>, vSizes);
     add("listTetrahedra", listTetrahedra<Mesh>, vSizes)->Unit(benchmark::kMillisecond);
     add("checkMesh", checkMesh<Mesh>, vSizes)->Unit(benchmark::kMillisecond);
+    add("smallSets", smallSets<Mesh>, {20, 100, 1000});
+    add("smallSetsReused", smallSetsReused<Mesh>, {20, 100, 1000});
     add("insertSingly", insertSingly<Mesh>, {100'000})->Iterations(1)->Unit(benchmark::kMillisecond);
     add("addThousand", addThousand<Mesh>, {1'000'000})->Iterations(20)->Unit(benchmark::kMillisecond);
     benchmark::Initialize(&argc, argv);

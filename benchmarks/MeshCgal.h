@@ -35,6 +35,8 @@ public:
 
     void insert(const Points& points) { m_dt.insert(points.begin(), points.end()); }
 
+    void clear() { m_dt.clear(); }
+
     void insertSingly(const Points& points)
     {
         for (const Kernel::Point_3& p : points)

@@ -4,9 +4,6 @@
 
 #include "vorn3d/Vorn_3D.h"
 
-#include <exception>
-#include <iostream>
-#include <sstream>
 #include <string>
 #include <vector>
 
@@ -20,6 +17,9 @@ public:
     static constexpr const char* NAME = "Vorn3D";
     static constexpr bool EXACT = true;
 
+    /// Standard output belongs to the benchmark's own report.
+    MeshVorn3D() { VORN3D::setMessageStream(nullptr); }
+
     static std::string version() { return VORN3D::getVorn3DVersion(); }
     static std::size_t count(const Points& points) { return points.size(); }
 
@@ -32,15 +32,11 @@ public:
         return points;
     }
 
-    void insert(Points& points)
-    {
-        const QuietOutput quiet;
-        m_dt.insert(points);
-    }
+    void insert(Points& points) { m_dt.insert(points); }
+    void clear() { m_dt.clear(); }
 
     void insertSingly(Points& points)
     {
-        const QuietOutput quiet;
         for (VORN3D::Point3& p : points)
             m_dt.insert(p);
     }
@@ -64,32 +60,7 @@ public:
     }
 
     /// Links, sides of facets and empty spheres.
-    bool check()
-    {
-        const QuietOutput quiet;
-        return m_dt.checkValidity("benchmark", true);
-    }
-
-private:
-    // The library reports each batch on standard output, which belongs to the benchmark's own report;
-    // only what it says of a failure is wanted.
-    class QuietOutput
-    {
-    public:
-        QuietOutput() : m_pBuffer(std::cout.rdbuf(m_sink.rdbuf())) {}
-        ~QuietOutput()
-        {
-            std::cout.rdbuf(m_pBuffer);
-            if (std::uncaught_exceptions() > 0)
-                std::cerr << m_sink.str();
-        }
-        QuietOutput(const QuietOutput&) = delete;
-        QuietOutput& operator=(const QuietOutput&) = delete;
-
-    private:
-        std::ostringstream m_sink;
-        std::streambuf* m_pBuffer;
-    };
+    bool check() { return m_dt.checkValidity("benchmark", true); }
 
 protected:
     VORN3D::Vorn_3D m_dt;

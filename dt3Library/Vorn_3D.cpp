@@ -11,6 +11,11 @@ Vorn_3D::Vorn_3D() : m_pDt(std::make_unique<Dt3>()) {}
 
 Vorn_3D::~Vorn_3D() = default;
 
+void Vorn_3D::clear()
+{
+    m_pDt->clear();
+}
+
 Point3* Vorn_3D::insert(Point3& p)
 {
     return m_pDt->insert(p);

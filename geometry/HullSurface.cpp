@@ -70,11 +70,6 @@ void listVertices(HullSurface& surface)
     vVertices.erase(std::unique(vVertices.begin(), vVertices.end()), vVertices.end());
 }
 
-Vec getVector(const Point3& from, const Point3& to)
-{
-    return {to.x() - from.x(), to.y() - from.y(), to.z() - from.z()};
-}
-
 /// Area and volume, as seen from a vertex.
 void measure(const std::vector<Point3*>& vHandles, HullSurface& surface)
 {

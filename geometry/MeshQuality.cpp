@@ -16,11 +16,6 @@ namespace
 
 constexpr double DEGREES_PER_RADIAN = 57.29577951308232;
 
-double getExtent(const Vec& v)
-{
-    return std::max({std::fabs(v.x), std::fabs(v.y), std::fabs(v.z)});
-}
-
 double getLength(const Vec& v)
 {
     return std::sqrt(dot(v, v));

@@ -14,11 +14,6 @@ namespace
 constexpr double RELATIVE_ERROR = 0x1p-49;
 constexpr double UNDERFLOW_ERROR = 0x1p-900;
 
-Vec getVector(const Point3& from, const Point3& to)
-{
-    return {to.x() - from.x(), to.y() - from.y(), to.z() - from.z()};
-}
-
 /// A neighbour of the vertex, as its height f is computed.
 struct Height
 {

@@ -24,11 +24,6 @@ bool isFinite(const Vec& v)
     return std::isfinite(v.x) && std::isfinite(v.y) && std::isfinite(v.z);
 }
 
-double getExtent(const Vec& v)
-{
-    return std::max({std::fabs(v.x), std::fabs(v.y), std::fabs(v.z)});
-}
-
 /// The three corners of a facet as they appear from outside, starting with each of them in turn.
 std::array<std::array<std::size_t, 3>, 3> getRotations(const Tet3& tet, int facet)
 {

@@ -16,7 +16,8 @@ namespace VORN3D
 struct Neighborhood
 {
     FacetMask inConflict;      // beyond these facets: to be doomed too
-    FacetMask boundary;        // here the cavity ends
+    FacetMask onHull;          // no neighbour
+    FacetMask boundary;        // here the cavity ends: the neighbour is not in conflict, or there is none
     FacetMask certainlyInside; // the vertex is on the inner side of these
 };
 
@@ -59,7 +60,7 @@ public:
             for (int i = 0; i < 4; ++i)
                 if ((undecided >> i & 1) != 0)
                     inConflict |= FacetMask{isInConflict(pDoomed->aOppTet[i], pVtx)} << i;
-        return {inConflict, (candidates & ~inConflict) | onHull, verdicts.getInside()};
+        return {inConflict, onHull, (candidates & ~inConflict) | onHull, verdicts.getInside()};
     }
 
 private:

@@ -43,6 +43,20 @@ constexpr std::size_t LONG_WALK = 32;
 
 Dt3::Dt3() : hc(HILBERT_BITS), spannedFlat(predicates) {}
 
+void Dt3::clear()
+{
+    hc.clear();
+    tets.clear();
+    numMeshVertices = 0;
+    bFullDimensional = false;
+    pLatestTet = nullptr;
+    bStartingUp = false;
+    spannedFlat.clear();
+    vArrived.clear();
+    numArrived = 0;
+    hullEdgeHints.clear();
+}
+
 void Dt3::insert(std::vector<Point3>& vInputPoints, std::vector<Point3*>& vUserHandles, Order order)
 {
     if (bVerbose)

@@ -30,6 +30,7 @@
 #include "vorn3d/Point3.h"
 #include "vorn3d/Tet3.h"
 
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <functional>
@@ -51,6 +52,9 @@ public:
     Dt3& operator=(const Dt3&) = delete;
 
     // --- Dt3.cpp: the driver ---
+
+    /// See Vorn_3D::clear().
+    void clear();
 
     /// In which order the vertices of a batch enter the mesh.
     enum class Order { ALONG_CURVE, AS_GIVEN };
@@ -156,12 +160,11 @@ private:
         int opp2;
     };
 
-    // A tetrahedron doomed by a vertex outside the hull, and the facets that the vertex is certainly on the
-    // inner side of.
+    // A tetrahedron doomed by a vertex outside the hull, and what is known of its facets.
     struct DoomedTet
     {
         Tet3* pTet;
-        FacetMask certainlyInside;
+        Neighborhood around;
     };
 
     // What a look at one tetrahedron means for the walk: it ends with a result of locateConflictTet(), or
@@ -207,8 +210,8 @@ private:
     static EdgeKey getEdgeKey(HullFacet facet, int j);
     HullFacet turnToHull(HullEdge edge);
     void growConflictRegionOutside(const Point3* pVtx);
-    void doomOutside(Tet3* pTet);
-    void pushVisibleFacets(Tet3* pTet, const Point3* pVtx);
+    void doomOutside(const std::array<Tet3*, 4>& apTets, FacetMask toDoom);
+    void pushVisibleFacets();
     void pushCavityFacets(const DoomedTet& doomed, const Point3* pVtx);
     void rememberNewHullEdges();
     void rememberEdges(HullFacet facet);

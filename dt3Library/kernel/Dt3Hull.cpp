@@ -16,27 +16,34 @@
 namespace VORN3D
 {
 
+namespace
+{
+
+// In ascending order.
+constexpr int OTHER_CORNERS[4][3] = {{1, 2, 3}, {0, 2, 3}, {0, 1, 3}, {0, 1, 2}};
+
+} // namespace
+
 void Dt3::findCavityOutside(const Point3* pVtx, HullFacet facet)
 {
     VORN_ASSERT_TEXT(facet.pTet != nullptr, "pCurTet!=0");
     VORN_ASSERT_TEXT(facet.ici > -1, "opp3ICI>-1");
     gatherSeenTets(pVtx, facet);
     growConflictRegionOutside(pVtx);
-    for (Tet3* pTet : vSeenTets)
-        if (!pTet->hasBeenVisited)
-            pushVisibleFacets(pTet, pVtx);
+    pushVisibleFacets();
     star.endVisibleFacets();
     for (const DoomedTet& doomed : vDoomedOutside)
         pushCavityFacets(doomed, pVtx);
 }
 
 // Fills vSeenTets with the tetrahedra of the hull facets that the vertex sees, each once, starting with that
-// of a facet that the vertex is beyond or in. Growth is from facet to facet: a tetrahedron may have several
-// that are seen. A vertex in a facet is not beyond any.
+// of a facet that the vertex is beyond or in, and notes in each which facets these are. Growth is from facet
+// to facet: a tetrahedron may have several that are seen. A vertex in a facet is not beyond any.
 void Dt3::gatherSeenTets(const Point3* pVtx, HullFacet facet)
 {
     vSeenTets.clear();
     if (predicates.getOrientation3(facet.pTet, facet.ici, pVtx) != ORIENTATION3_NEGATIVE) {
+        facet.pTet->m_seenFacets = 0;
         vSeenTets.append(facet.pTet);
         return;
     }
@@ -63,13 +70,14 @@ void Dt3::gatherSeenTets(const Point3* pVtx, HullFacet facet)
 
 void Dt3::addSeenFacet(HullFacet facet)
 {
-    if (!facet.pTet->hasBeenVisited) {
-        vSeenTets.append(facet.pTet);
-        facet.pTet->hasBeenVisited = true;
-    }
-    for (int j = 0; j < 4; ++j)
-        if (j != facet.ici && horizon.insert(getEdgeKey(facet, j)))
-            vHullEdges.append({facet.pTet, facet.ici, j});
+    Tet3* pTet = facet.pTet;
+    ScratchList<Tet3*>::Appender(vSeenTets, 1).appendIf(pTet, !pTet->hasBeenVisited);
+    const unsigned seenBefore = pTet->hasBeenVisited ? pTet->m_seenFacets : 0u;
+    pTet->m_seenFacets = static_cast<std::uint8_t>(seenBefore | 1u << facet.ici);
+    pTet->hasBeenVisited = true;
+    ScratchList<HullEdge>::Appender edges(vHullEdges, 3);
+    for (const int j : OTHER_CORNERS[facet.ici])
+        edges.appendIf({pTet, facet.ici, j}, horizon.insert(getEdgeKey(facet, j)));
 }
 
 // The edge of a facet that does not contain corner j.
@@ -93,7 +101,7 @@ HullFacet Dt3::turnToHull(HullEdge edge)
                 return end;
         }
         const int entered = pNext->getIndexOfNeighbor(edge.pTet);
-        const int left = pNext->getIntraTetIndex(edge.pTet->aVertexPointer[edge.opp3]);
+        const int left = pNext->getIndexOfCorner(edge.pTet->aVertexPointer[edge.opp3]);
         edge = {pNext, entered, left};
     }
     if (numSteps >= LONG_TURN)
@@ -102,56 +110,68 @@ HullFacet Dt3::turnToHull(HullEdge edge)
     return {edge.pTet, edge.opp2};
 }
 
-// The conflict region, from the seen tetrahedra in it. What the growth finds certain of a doomed
-// tetrahedron's facets is kept beside it: to ask again is to ask exactly.
+// Dooms those whose bits are set.
+inline void Dt3::doomOutside(const std::array<Tet3*, 4>& apTets, FacetMask toDoom)
+{
+    ScratchList<Tet3*>::Appender doomedTets(tets.getDoomed(), 4);
+    ScratchList<std::uint32_t>::Appender unexplored(vUnexplored, 4);
+    auto index = static_cast<std::uint32_t>(vDoomedOutside.size());
+    ScratchList<DoomedTet>::Appender doomedOutside(vDoomedOutside, 4);
+    for (std::size_t i = 0; i < 4; ++i) {
+        const bool bDoomed = (toDoom >> i & 1) != 0;
+        if (apTets[i] != nullptr)
+            apTets[i]->hasBeenVisited |= bDoomed;
+        doomedTets.appendIf(apTets[i], bDoomed);
+        unexplored.appendIf(index, bDoomed);
+        doomedOutside.appendIf({apTets[i], {}}, bDoomed);
+        index += bDoomed;
+    }
+}
+
+// The conflict region, from the seen tetrahedra in it. What the growth finds of a doomed tetrahedron's facets
+// is kept beside it: to ask again is to ask exactly.
 void Dt3::growConflictRegionOutside(const Point3* pVtx)
 {
     vDoomedOutside.clear();
     vUnexplored.clear();
     for (Tet3* pTet : vSeenTets)
-        if (conflictTest.isInConflict(pTet, pVtx))
-            doomOutside(pTet);
+        doomOutside({pTet}, conflictTest.isInConflict(pTet, pVtx) ? 1 : 0);
     while (!vUnexplored.empty()) {
-        const std::uint32_t index = vUnexplored.takeLast();
-        Tet3* pDoomed = vDoomedOutside[index].pTet;
-        const Neighborhood around = conflictTest.judgeNeighborhood(pDoomed, pVtx);
-        vDoomedOutside[index].certainlyInside = around.certainlyInside;
-        for (int i = 0; i < 4; ++i)
-            if ((around.inConflict >> i & 1) != 0)
-                doomOutside(pDoomed->aOppTet[i]);
+        DoomedTet& doomed = vDoomedOutside[vUnexplored.takeLast()];
+        doomed.around = conflictTest.judgeNeighborhood(doomed.pTet, pVtx);
+        const Tet3* pTet = doomed.pTet;
+        doomOutside({pTet->aOppTet[0], pTet->aOppTet[1], pTet->aOppTet[2], pTet->aOppTet[3]},
+                    doomed.around.inConflict);
     }
 }
 
-void Dt3::doomOutside(Tet3* pTet)
+// The facets seen of tetrahedra that stay.
+void Dt3::pushVisibleFacets()
 {
-    vUnexplored.append(static_cast<std::uint32_t>(vDoomedOutside.size()));
-    vDoomedOutside.append({pTet, 0});
-    tets.doom(pTet);
-}
-
-// Facets in a plane with the vertex are not built on.
-void Dt3::pushVisibleFacets(Tet3* pTet, const Point3* pVtx)
-{
-    for (int i = 0; i < 4; ++i)
-        if (pTet->aOppTet[i] == nullptr && predicates.getOrientation3(pTet, i, pVtx) == ORIENTATION3_NEGATIVE)
-            star.getFacets().append({pTet, i, true, true});
+    ScratchList<StarFacet>::Appender facets(star.getFacets(), 4 * vSeenTets.size());
+    for (Tet3* pTet : vSeenTets) {
+        const unsigned seen = pTet->hasBeenVisited ? 0u : pTet->m_seenFacets;
+        for (int i = 0; i < 4; ++i)
+            facets.appendIf({pTet, i, true, true}, (seen >> i & 1) != 0);
+    }
 }
 
 // A facet of the cavity on the hull is built on if the vertex is on its inner side; the others all have it
 // there.
 void Dt3::pushCavityFacets(const DoomedTet& doomed, const Point3* pVtx)
 {
-    for (int i = 0; i < 4; ++i) {
-        const Tet3* pBeyond = doomed.pTet->aOppTet[i];
-        const bool bCertainlyInside = (doomed.certainlyInside >> i & 1) != 0;
-        const bool bOnHull = pBeyond == nullptr;
-        const bool bBoundary = bOnHull
-                                   ? bCertainlyInside || predicates.getOrientation3(doomed.pTet, i, pVtx) ==
-                                                             ORIENTATION3_POSITIVE
-                                   : !pBeyond->hasBeenVisited;
-        if (bBoundary)
-            star.getFacets().append({doomed.pTet, i, false, bCertainlyInside || bOnHull});
-    }
+    const Neighborhood& around = doomed.around;
+    FacetMask boundary = around.boundary;
+    const FacetMask undecided = around.onHull & ~around.certainlyInside;
+    if (undecided != 0)
+        for (int i = 0; i < 4; ++i)
+            if ((undecided >> i & 1) != 0 &&
+                predicates.getOrientation3(doomed.pTet, i, pVtx) != ORIENTATION3_POSITIVE)
+                boundary &= ~(1u << i);
+    const FacetMask certain = around.certainlyInside | around.onHull;
+    ScratchList<StarFacet>::Appender facets(star.getFacets(), 4);
+    for (int i = 0; i < 4; ++i)
+        facets.appendIf({doomed.pTet, i, false, (certain >> i & 1) != 0}, (boundary >> i & 1) != 0);
 }
 
 // To be called when the new tetrahedra are linked.

@@ -28,12 +28,12 @@ public:
     {
         if (2 * m_numUsed > m_mask)
             grow();
+        // Whether it is new is as good as random, so nothing branches on it.
         Slot& slot = findSlot(edge);
-        if (slot.stamp == m_stamp)
-            return false;
+        const bool bNew = slot.stamp != m_stamp;
         slot = {edge, m_stamp};
-        ++m_numUsed;
-        return true;
+        m_numUsed += bNew;
+        return bNew;
     }
 
 private:

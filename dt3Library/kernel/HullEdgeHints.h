@@ -3,7 +3,7 @@
 // Growing across hull edges would else turn around them through all these tetrahedra: a thousand of them for
 // each step along a segment whose points all see those of another one. A hint is only that: it may be
 // outdated or have been overwritten, and is checked before use. Records of tetrahedra stay readable as long
-// as their pool.
+// as their pool is not rewound.
 #pragma once
 
 #include "kernel/EdgeKey.h"
@@ -25,6 +25,13 @@ struct HullFacet
 class HullEdgeHints
 {
 public:
+    /// To be called when the records are made anew.
+    void clear()
+    {
+        m_vHints.clear();
+        m_numUsed = 0;
+    }
+
     /// Takes note that pTet has a hull facet at the edge.
     void remember(const EdgeKey& edge, Tet3* pTet);
 

@@ -10,6 +10,14 @@ TetStore::TetStore()
     m_pool.init(28, -1);
 }
 
+void TetStore::clear()
+{
+    m_pool.rewind();
+    m_vDoomed.clear();
+    m_vReusable.clear();
+    m_numLeftOver = 0;
+}
+
 void TetStore::startInsertion()
 {
     m_vDoomed.swap(m_vReusable);

@@ -20,6 +20,9 @@ class TetStore
 public:
     TetStore();
 
+    /// All records are free again; their memory stays.
+    void clear();
+
     /// What the insertion before has doomed becomes reusable.
     void startInsertion();
 

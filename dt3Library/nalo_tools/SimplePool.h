@@ -1,6 +1,6 @@
 // SimplePool hands out uninitialised records from large raw blocks ("containers").
 //
-// A record never moves, and none is freed alone: reset() rewinds the pool to its first container, the
+// A record never moves, and none is freed alone: rewind() and reset() go back to the first container, the
 // destructor releases everything, one block a container. The pool runs no constructor and no destructor;
 // whoever takes a record fills it. The first container holds initialSize records, every further one
 // increaseLimit; a negative increaseLimit selects automatic growth: half the first container, then always
@@ -63,7 +63,7 @@ public:
     {
         DEBUG_ASSERT(initialized);
         if (currentIndex + 1 >= currentSize)
-            startContainer();
+            goOn();
         return pCurrentContainer + ++currentIndex;
     }
 
@@ -73,26 +73,27 @@ public:
         const std::int32_t size = numElements < 0 ? getNextAutomaticSize() : numElements;
         vSizes.reserve(vSizes.size() + 1);
         vContainers.reserve(vContainers.size() + 1);
-        pCurrentContainer = allocateRecords(static_cast<std::size_t>(size));
+        const Container container{allocateRecords(static_cast<std::size_t>(size)), size};
         vSizes.push_back(size);
-        vContainers.push_back(pCurrentContainer);
-        currentSize = size;
-        currentIndex = -1;
+        vContainers.insert(vContainers.begin() + static_cast<std::ptrdiff_t>(numContainersInUse), container);
+        startContainer(numContainersInUse);
     }
 
-    /// Rewinds to the first container and frees the others. Every record handed out before is void. The sizes
-    /// reached are remembered: automatic growth goes on from the largest.
+    /// Goes back to the first container and keeps the others for what comes. Every record handed out before
+    /// is void.
+    void rewind()
+    {
+        numInFullContainers = 0;
+        startContainer(0);
+    }
+
+    /// The same, but frees the others. The sizes reached are remembered: automatic growth goes on from the
+    /// largest.
     void reset()
     {
-        currentIndex = -1;
-        numInFullContainers = 0;
-        if (bOnlyFirstContainer)
-            return;
+        rewind();
         freeContainersFrom(1);
         vContainers.resize(1);
-        pCurrentContainer = vContainers.front();
-        currentSize = initialSize;
-        bOnlyFirstContainer = true;
     }
 
     /// The number of records handed out since the start or the last reset().
@@ -118,13 +119,11 @@ public:
     template <typename BlockVisitor>
     void forEachBlock(BlockVisitor visit) const
     {
-        // Containers are filled one after another, so that all but the last are full. Since vSizes keeps what
-        // a reset has freed, the sizes of the containers behind the first are at its end.
-        const std::size_t numContainers = vContainers.size();
-        for (std::size_t i = 0; i < numContainers; ++i) {
-            const bool bLast = i + 1 == numContainers;
-            const std::int32_t sizeIfFull = i == 0 ? initialSize : vSizes[vSizes.size() - numContainers + i];
-            visit(vContainers[i], static_cast<std::size_t>(bLast ? currentIndex + 1 : sizeIfFull));
+        // They are filled one after another, so that all but the last are full.
+        for (std::size_t i = 0; i < numContainersInUse; ++i) {
+            const bool bLast = i + 1 == numContainersInUse;
+            visit(vContainers[i].pRecords,
+                  static_cast<std::size_t>(bLast ? currentIndex + 1 : vContainers[i].size));
         }
     }
 
@@ -132,12 +131,28 @@ private:
     static constexpr std::size_t MAX_CONTAINER_BYTES = 100'000'000;
     static constexpr std::align_val_t ALIGNMENT{alignof(T)};
 
-    void startContainer()
+    struct Container
+    {
+        T* pRecords;
+        std::int32_t size;
+    };
+
+    void goOn()
     {
         const auto numInLast = static_cast<std::size_t>(currentSize);
-        alloc(increaseLimit);
+        if (numContainersInUse < vContainers.size())
+            startContainer(numContainersInUse);
+        else
+            alloc(increaseLimit);
         numInFullContainers += numInLast;
-        bOnlyFirstContainer = false;
+    }
+
+    void startContainer(std::size_t i)
+    {
+        pCurrentContainer = vContainers[i].pRecords;
+        currentSize = vContainers[i].size;
+        currentIndex = -1;
+        numContainersInUse = i + 1;
     }
 
     std::int32_t getNextAutomaticSize() const
@@ -164,19 +179,19 @@ private:
     void freeContainersFrom(std::size_t first)
     {
         for (std::size_t i = first; i < vContainers.size(); ++i)
-            ::operator delete(vContainers[i], ALIGNMENT);
+            ::operator delete(vContainers[i].pRecords, ALIGNMENT);
     }
 
-    std::vector<T*> vContainers;
+    std::vector<Container> vContainers;
     std::vector<std::int32_t> vSizes;
     T* pCurrentContainer = nullptr;
+    std::size_t numContainersInUse = 0; // the first ones
     std::size_t numInFullContainers = 0;
     std::int32_t currentIndex = -1;
     std::int32_t currentSize = 0;
     std::int32_t initialSize = 0;
     std::int32_t increaseLimit = 0;
     bool initialized = false;
-    bool bOnlyFirstContainer = true;
     std::int32_t maxContainerSize = 0;
 };
 

@@ -19,6 +19,8 @@ public:
     /// Adds pVtx if it is independent of the vertices held; says whether it did.
     bool tryAdd(Point3* pVtx);
 
+    void clear() { m_vVertices.clear(); }
+
     /// True when four vertices are held: the points seen span space.
     bool isFullDimensional() const { return m_vVertices.size() == 4; }
 

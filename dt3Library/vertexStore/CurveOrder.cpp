@@ -87,6 +87,12 @@ std::vector<IdxVtx> CurveOrder::getAll() const
     return vRecords;
 }
 
+void CurveOrder::clear()
+{
+    m_vBlocks.clear();
+    m_size = 0;
+}
+
 void CurveOrder::assign(const std::vector<IdxVtx>& vRecords)
 {
     CurveOrder order;

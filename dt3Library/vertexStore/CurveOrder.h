@@ -69,6 +69,8 @@ public:
     /// All records in order.
     std::vector<IdxVtx> getAll() const;
 
+    void clear();
+
     /// Takes over records in order.
     void assign(const std::vector<IdxVtx>& vRecords);
 

@@ -74,6 +74,11 @@ void sortByUpperHalf(std::uint64_t* pNumbers, std::size_t num, std::uint64_t* pS
 {
     constexpr unsigned DIGIT_BITS = 11;
     constexpr std::size_t NUM_DIGITS = std::size_t{1} << DIGIT_BITS;
+    if (num < NUM_DIGITS / 4) {
+        std::stable_sort(pNumbers, pNumbers + num,
+                         [](std::uint64_t a, std::uint64_t b) { return a >> 32 < b >> 32; });
+        return;
+    }
     std::uint64_t* pFrom = pNumbers;
     std::uint64_t* pTo = pScratch;
     for (unsigned shift = 32; shift < 64; shift += DIGIT_BITS) {

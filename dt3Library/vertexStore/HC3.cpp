@@ -82,6 +82,15 @@ HC3::HC3(int numBitsWanted) : numBits(numBitsWanted)
     vertexPool.init(4, -1);
 }
 
+void HC3::clear()
+{
+    bbox = Bbox3();
+    bValid = false;
+    vertexPool.rewind();
+    sIdxVtx.clear();
+    pSpareVertex = nullptr;
+}
+
 std::uint32_t HC3::getHilbertIndex(const Point3& q) const
 {
     VORN_ASSERT(bValid);

@@ -29,6 +29,9 @@ public:
     HC3(const HC3&) = delete;
     HC3& operator=(const HC3&) = delete;
 
+    /// No vertices and no box any more; the memory stays.
+    void clear();
+
     /// The key of q. There must be a box already; a point outside it gets the key of a cell at its boundary.
     std::uint32_t getHilbertIndex(const Point3& q) const;
 

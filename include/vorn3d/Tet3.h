@@ -179,6 +179,17 @@ private:
         return aOppTet[ici] == pNeighbor ? ici : getIntraTetIndex(pNeighbor);
     }
 
+    // The same for a corner, which must be one.
+    int getIndexOfCorner(const Point3* pCorner) const
+    {
+        const bool b1 = aVertexPointer[1] == pCorner;
+        const bool b2 = aVertexPointer[2] == pCorner;
+        const bool b3 = aVertexPointer[3] == pCorner;
+        return (b1 | b3) + 2 * (b2 | b3);
+    }
+
+    // While a vertex outside the hull is inserted: the facets that it sees.
+    std::uint8_t m_seenFacets;
     int ID;
     Point3* aVertexPointer[4];
     Tet3* aOppTet[4];

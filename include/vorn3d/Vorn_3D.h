@@ -74,6 +74,12 @@ public:
     Vorn_3D(const Vorn_3D&) = delete;
     Vorn_3D& operator=(const Vorn_3D&) = delete;
 
+    /// Takes everything out; all handles become invalid. What is inserted then gives the mesh that it would
+    /// give in a new triangulation. The memory is kept for it, which saves time where many small sets are
+    /// triangulated one after the other; progress observer and verbosity stay as they are. Takes time in
+    /// proportion to the number of vertices at most.
+    void clear();
+
     /// Inserts one point and returns its vertex: the existing one if a point with the same coordinates was
     /// inserted before. While all points are coplanar the vertex is only stored. When a single point makes
     /// the triangulation three-dimensional, the first tetrahedron is all there is: earlier points other than
