@@ -93,7 +93,7 @@ Point3* Dt3::insert(Point3& p)
         if (pLastTet == nullptr)
             pLastTet = hc.findNearbyTet(p);
         VORN_ASSERT(!pLastTet->hasBeenVisited);
-        insertVertex(&pVtx, pLastTet);
+        insertVertex(&pVtx, pLastTet, Crossing::FIRST);
         return pVtx;
     }
     noteArrivals({pVtx}, {pVtx}, Order::ALONG_CURVE);
@@ -123,13 +123,16 @@ template <class Sequence>
 bool Dt3::insertAll(Sequence sequence, Tet3* pLastTet)
 {
     std::size_t numWalkTests = 0;
+    Crossing crossing = Crossing::FIRST;
     for (std::size_t numDone = 0; numDone < sequence.size(); ++numDone) {
         if (numDone % OBSERVED_VERTICES == 0 && !isToGoOn(numDone, sequence.size()))
             return false;
-        if (numDone % JUDGED_WALKS == 0 && std::exchange(numWalkTests, 0) > LONG_WALK * JUDGED_WALKS)
+        if (numDone % JUDGED_WALKS == 0 && std::exchange(numWalkTests, 0) > LONG_WALK * JUDGED_WALKS) {
             sequence.shortenWalks(numDone);
+            crossing = Crossing::OPPOSITE_FARTHEST;
+        }
         Point3* pVtx = sequence.getVertex(numDone);
-        const Insertion insertion = insertVertex(&pVtx, sequence.getStart(numDone, pLastTet));
+        const Insertion insertion = insertVertex(&pVtx, sequence.getStart(numDone, pLastTet), crossing);
         pLastTet = insertion.pTet;
         numWalkTests += insertion.numWalkTests;
     }

@@ -96,9 +96,14 @@ public:
         std::size_t numTests; // facets looked at
     };
 
-    /// The same, but a walk that turns out long goes on from somewhere near in space, and it is given up only
-    /// where the mesh must be broken: a walk meets no tetrahedron of a Delaunay mesh twice.
-    Location locateInMesh(const Point3* pVtx, Tet3* pStartTet) const;
+    /// Which of the facets that the point is beyond a walk crosses: the first one, or that opposite the corner
+    /// that is farthest from the point. Where tetrahedra are long, the first one may lead far away.
+    enum class Crossing { FIRST, OPPOSITE_FARTHEST };
+
+    /// The same, but a walk that turns out long goes on from somewhere near in space, leaving far corners
+    /// behind, and it is given up only where the mesh must be broken: a walk meets no tetrahedron of a
+    /// Delaunay mesh twice.
+    Location locateInMesh(const Point3* pVtx, Tet3* pStartTet, Crossing crossing) const;
 
     /// The tetrahedron that contains p or has it as a vertex, see Vorn_3D::locate().
     Tet3* locate(const Point3& p, Tet3* pStart) const;
@@ -116,7 +121,7 @@ public:
 
     /// Inserts *ppVtx. If the mesh has a vertex with its coordinates already, *ppVtx is replaced by that one.
     /// Running out of memory changes nothing.
-    Insertion insertVertex(Point3** ppVtx, Tet3* pStartTet);
+    Insertion insertVertex(Point3** ppVtx, Tet3* pStartTet, Crossing crossing);
 
     /// A tetrahedron with these corners, from a dead record or the pool. A negative orientation is an error;
     /// a flat tetrahedron is reported and made.
@@ -189,9 +194,11 @@ private:
     void addLeftOut(const std::vector<Point3*>& vUserHandles, std::vector<Point3*>& vNewVertices) const;
 
     Location locateFrom(const Point3& p, Tet3* pStart) const;
+    template <Crossing crossing>
     Location walk(const Point3* pVtx, Tet3* pTet, std::size_t maxTests) const;
     static Tet3* giveUp(Tet3* pTet);
     Tet3* findNearerTet(const Point3& p, Tet3* pTet, std::size_t numLooks) const;
+    template <Crossing crossing>
     WalkStep lookAround(const Point3* pVtx, Tet3*& pTet, FacetMask untested, int first) const;
     WalkStep lookAroundExactly(const Point3* pVtx, Tet3*& pTet, FacetMask untested, int first) const;
     WalkStep judgeCoplanar(const Point3* pVtx, Tet3*& pTet, int ici) const;

@@ -18,10 +18,10 @@ constexpr std::size_t LARGE_STAR = 128;
 
 } // namespace
 
-Dt3::Insertion Dt3::insertVertex(Point3** ppVtx, Tet3* pStartTet)
+Dt3::Insertion Dt3::insertVertex(Point3** ppVtx, Tet3* pStartTet, Crossing crossing)
 {
     VORN_ASSERT_TEXT(!pStartTet->hasBeenVisited, "!pCurTet->hasBeenVisited");
-    const Location location = locateInMesh(*ppVtx, pStartTet);
+    const Location location = locateInMesh(*ppVtx, pStartTet, crossing);
     VORN_ASSERT_TEXT(location.result != LOCATE_GAVE_UP, "locateResult!=-99");
     if (location.result == LOCATED_VERTEX)
         return {adoptExistingVertex(ppVtx, location.pTet), location.numTests};

@@ -40,6 +40,21 @@ int getDistanceToFirst(FacetMask facets, int first)
     return __builtin_ctz((facets | facets << 4) >> first);
 }
 
+// The one of these corners that is farthest from p.
+FacetMask getFarthestCorner(const Tet3& tet, FacetMask corners, const Point3& p)
+{
+    FacetMask farthest = 0;
+    double greatest = -1;
+    for (int i = 0; i < 4; ++i) {
+        const double sqDistance = getSquaredDistance(*tet.getCorner(i), p);
+        if ((corners >> i & 1) != 0 && sqDistance > greatest) {
+            greatest = sqDistance;
+            farthest = 1u << i;
+        }
+    }
+    return farthest;
+}
+
 } // namespace
 
 Tet3* Dt3::findNearbyTet(const Point3& p) const
@@ -49,7 +64,7 @@ Tet3* Dt3::findNearbyTet(const Point3& p) const
 
 int Dt3::locateConflictTet(const Point3* pVtx, Tet3*& pStartTet) const
 {
-    const Location location = walk(pVtx, pStartTet, MAX_WALK_TESTS);
+    const Location location = walk<Crossing::FIRST>(pVtx, pStartTet, MAX_WALK_TESTS);
     pStartTet = location.result == LOCATE_GAVE_UP ? giveUp(location.pTet) : location.pTet;
     return location.result;
 }
@@ -57,16 +72,18 @@ int Dt3::locateConflictTet(const Point3* pVtx, Tet3*& pStartTet) const
 // Jump and walk, after E. Muecke, I. Saias, B. Zhu, Fast randomized point location without preprocessing in
 // two- and three-dimensional Delaunay triangulations, SoCG 1996; but the jump comes only when the walk turns
 // out long.
-Dt3::Location Dt3::locateInMesh(const Point3* pVtx, Tet3* pStartTet) const
+Dt3::Location Dt3::locateInMesh(const Point3* pVtx, Tet3* pStartTet, Crossing crossing) const
 {
     const std::size_t maxTests = std::max(MAX_WALK_TESTS, 4 * tets.getNumTets());
-    Location location = walk(pVtx, pStartTet, FIRST_PATIENCE);
+    Location location = crossing == Crossing::FIRST
+                            ? walk<Crossing::FIRST>(pVtx, pStartTet, FIRST_PATIENCE)
+                            : walk<Crossing::OPPOSITE_FARTHEST>(pVtx, pStartTet, FIRST_PATIENCE);
     std::size_t patience = FIRST_PATIENCE;
     while (location.result == LOCATE_GAVE_UP && location.numTests < maxTests) {
         Tet3* pNearer = findNearerTet(*pVtx, location.pTet, patience / TESTS_PER_LOOK);
         patience *= PATIENCE_GROWTH;
         const std::size_t numTestsBefore = location.numTests;
-        location = walk(pVtx, pNearer, patience);
+        location = walk<Crossing::OPPOSITE_FARTHEST>(pVtx, pNearer, patience);
         location.numTests += numTestsBefore;
     }
     if (location.result == LOCATE_GAVE_UP)
@@ -102,7 +119,7 @@ Dt3::Location Dt3::locateFrom(const Point3& p, Tet3* pStart) const
     if (pNear == nullptr)
         return nowhere;
     const Point3 query(p);
-    return locateInMesh(&query, pNear);
+    return locateInMesh(&query, pNear, Crossing::FIRST);
 }
 
 Tet3* Dt3::locate(const Point3& p, Tet3* pStart) const
@@ -130,6 +147,7 @@ Tet3* Dt3::giveUp(Tet3* pTet)
 }
 
 // Gives up beyond maxTests.
+template <Dt3::Crossing crossing>
 Dt3::Location Dt3::walk(const Point3* pVtx, Tet3* pTet, std::size_t maxTests) const
 {
     if (pTet == nullptr)
@@ -139,7 +157,7 @@ Dt3::Location Dt3::walk(const Point3* pVtx, Tet3* pTet, std::size_t maxTests) co
     int first = 0;
     std::size_t numTests = 0;
     while (numTests < maxTests) {
-        const WalkStep step = lookAround(pVtx, pTet, untested, first);
+        const WalkStep step = lookAround<crossing>(pVtx, pTet, untested, first);
         if (step.bEnds)
             return {pTet, step.result, numTests};
         const int crossed = (first + step.result) & 3;
@@ -156,15 +174,20 @@ Dt3::Location Dt3::walk(const Point3* pVtx, Tet3* pTet, std::size_t maxTests) co
     return {pTet, LOCATE_GAVE_UP, numTests};
 }
 
-// Finds the first untested facet, in cyclic order from `first`, that the point is beyond, if there is one.
+// Finds an untested facet that the point is beyond, if there is one: the first in cyclic order from `first`,
+// or, where all sides are plain to see, the one opposite the farthest corner.
+template <Dt3::Crossing crossing>
 Dt3::WalkStep Dt3::lookAround(const Point3* pVtx, Tet3*& pTet, FacetMask untested, int first) const
 {
     const CertainSides sides = getCertainSides<Lanes>(pTet->aVertexPointer, *pVtx);
     if ((untested & ~(sides.inside | sides.beyond)) != 0)
         return lookAroundExactly(pVtx, pTet, untested, first);
     const FacetMask beyond = sides.beyond & untested;
-    if (beyond != 0)
-        return {false, getDistanceToFirst(beyond, first)};
+    if (beyond != 0) {
+        const FacetMask crossed =
+            crossing == Crossing::FIRST ? beyond : getFarthestCorner(*pTet, beyond, *pVtx);
+        return {false, getDistanceToFirst(crossed, first)};
+    }
     checkStrictlyInside(pTet, pVtx);
     return {true, LOCATED_INSIDE};
 }
