@@ -96,8 +96,8 @@ public:
         std::size_t numTests; // facets looked at
     };
 
-    /// Which of the facets that the point is beyond a walk crosses: the first one, or that opposite the corner
-    /// that is farthest from the point. Where tetrahedra are long, the first one may lead far away.
+    /// Which of the facets that the point is beyond a walk crosses: the first one, or that opposite the
+    /// corner that is farthest from the point. Where tetrahedra are long, the first one may lead far away.
     enum class Crossing { FIRST, OPPOSITE_FARTHEST };
 
     /// The same, but a walk that turns out long goes on from somewhere near in space, leaving far corners
