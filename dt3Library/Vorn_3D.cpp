@@ -97,6 +97,11 @@ bool Vorn_3D::is3D() const
     return m_pDt->is3D();
 }
 
+int Vorn_3D::getDimension() const
+{
+    return m_pDt->getDimension();
+}
+
 void Vorn_3D::setVerbosity(bool b)
 {
     m_pDt->setVerbosity(b);

@@ -42,6 +42,23 @@ TEST(Facade, TakesManyCoplanarPointsInSeconds)
     EXPECT_LT((std::clock() - start) / CLOCKS_PER_SEC, 60);
 }
 
+TEST(Facade, KnowsTheDimensionOfThePoints)
+{
+    Points vPoints = {{1, 1, 1}, {1, 1, 1}, {4, 4, 4}, {2, 2, 2}, {0, 1, 0}, {3, 4, 3}, {0, 0, 1e-300}};
+    Vorn_3D single;
+    std::vector<int> vDimensions = {single.getDimension()};
+    for (Point3& p : vPoints) {
+        single.insert(p);
+        vDimensions.push_back(single.getDimension());
+    }
+    EXPECT_EQ(vDimensions, (std::vector<int>{-1, 0, 0, 1, 1, 2, 2, 3}));
+    Vorn_3D batch;
+    outputOf([&] { batch.insert(vPoints); });
+    EXPECT_EQ(batch.getDimension(), 3);
+    batch.clear();
+    EXPECT_EQ(batch.getDimension(), -1);
+}
+
 Point3 middle(const Point3& a, const Point3& b)
 {
     return {(a.x() + b.x()) / 2, (a.y() + b.y()) / 2, (a.z() + b.z()) / 2};

@@ -41,7 +41,7 @@ constexpr std::size_t LONG_WALK = 32;
 
 } // namespace
 
-Dt3::Dt3() : hc(HILBERT_BITS), spannedFlat(predicates) {}
+Dt3::Dt3() : hc(HILBERT_BITS), span(predicates) {}
 
 void Dt3::clear()
 {
@@ -51,7 +51,7 @@ void Dt3::clear()
     bFullDimensional = false;
     pLatestTet = nullptr;
     bStartingUp = false;
-    spannedFlat.clear();
+    span.clear();
     vArrived.clear();
     numArrived = 0;
     hullEdgeHints.clear();
@@ -150,8 +150,7 @@ bool Dt3::isToGoOn(std::size_t numDone, std::size_t numTotal) const
 void Dt3::startUp(const std::vector<Point3*>& vUserHandles, std::vector<Point3*>& vNewVertices, Order order)
 {
     noteArrivals(vUserHandles, vNewVertices, order);
-    Tet3* pStartTet =
-        bStartingUp ? hc.findNearbyTet(*spannedFlat.getVertices().front()) : createInitialTet(order);
+    Tet3* pStartTet = bStartingUp ? hc.findNearbyTet(*span.getVertices().front()) : createInitialTet(order);
     if (pStartTet == nullptr)
         return;
     bStartingUp = true;
@@ -182,8 +181,8 @@ void Dt3::noteArrivals(const std::vector<Point3*>& vUserHandles, const std::vect
     if (!bNewOnly)
         hc.getVertices(vStored);
     for (Point3* pVtx : bNewOnly ? vNewVertices : vStored)
-        spannedFlat.tryAdd(pVtx);
-    if (order == Order::ALONG_CURVE && spannedFlat.isFullDimensional())
+        span.tryAdd(pVtx);
+    if (order == Order::ALONG_CURVE && span.isFullDimensional())
         return;
     vArrived.insert(vArrived.end(), vUserHandles.begin(), vUserHandles.end());
     vArrived.insert(vArrived.end(), vStored.begin(), vStored.end());
@@ -198,7 +197,7 @@ void Dt3::forgetArrivals()
 Tet3* Dt3::createInitialTet(Order order)
 {
     VORN_ASSERT(!bFullDimensional);
-    if (!spannedFlat.isFullDimensional())
+    if (!span.isFullDimensional())
         return nullptr;
     std::vector<Point3*> vVertices = vArrived;
     if (order == Order::ALONG_CURVE) {

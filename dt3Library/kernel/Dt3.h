@@ -70,6 +70,7 @@ public:
     bool triangulate(std::vector<Point3*>& vVertices, Tet3* pLastTet);
 
     bool is3D() const { return bFullDimensional; }
+    int getDimension() const { return static_cast<int>(span.getVertices().size()) - 1; }
     void setVerbosity(bool b) { bVerbose = b; }
 
     /// See Vorn_3D::setProgressObserver().
@@ -243,7 +244,7 @@ private:
     Tet3* pLatestTet = nullptr; // the one that the last insertion has answered
     // The batch that made the first tetrahedron has not brought in all that is stored.
     bool bStartingUp = false;
-    AffineBasis spannedFlat; // of the vertices stored before there is a mesh
+    AffineBasis span; // of all vertices: complete once there is a mesh
     // The handles of those, in the order in which their points were given, and how many vertices that makes.
     std::vector<Point3*> vArrived;
     std::size_t numArrived = 0;

@@ -45,8 +45,9 @@ class Dt3;
 /// until the next insertion. The triangulation owns both; clients never delete them.
 ///
 /// Threads: an insertion, and setting an observer or the verbosity, must be alone. Between insertions any
-/// number of threads may read one triangulation: is3D(), locate(), locateClosed(), getVertices(),
-/// getTetrahedra(), getTetsAroundVertex() and the handles. Different triangulations are independent.
+/// number of threads may read one triangulation: is3D(), getDimension(), locate(), locateClosed(),
+/// getVertices(), getTetrahedra(), getTetsAroundVertex() and the handles. Different triangulations are
+/// independent.
 ///
 /// Errors: wrong usage is reported and throws VornException; the triangulation is then as it was. Running out
 /// of memory for the mesh ends the process after a message, unless setFatalHandler() says otherwise.
@@ -205,6 +206,10 @@ public:
 
     /// True as soon as four inserted points are not coplanar, and so as soon as there is a mesh.
     bool is3D() const;
+
+    /// The dimension of the points inserted so far: 0 if all are equal, 1 on a line, 2 in a plane, 3 as soon
+    /// as there is a mesh; -1 if there are none. Exact.
+    int getDimension() const;
 
     /// Switches trace lines on standard output on or off; they are off at first. Reports of faults and the
     /// line of every batch are printed in any case.
