@@ -1,0 +1,11 @@
+"""Exact Delaunay tetrahedralization of points in space, in the shape of `scipy.spatial`.
+
+`Delaunay` takes the place of `scipy.spatial.Delaunay` for points with three coordinates: lattices, coplanar and
+cospherical points, duplicates and coordinates of any size are no trouble, and it is an order of magnitude faster.
+The page ``docs/python.md`` of the project is the introduction.
+"""
+
+from ._delaunay import Delaunay, Location, LocationKind, Status
+from ._nearest import nearest
+
+__all__ = ["Delaunay", "Location", "LocationKind", "Status", "nearest"]
