@@ -4,8 +4,8 @@
 #include "nalo_tools/assertion.h"
 #include "naturalNeighbors.h"
 #include "signedVolume.h"
-#include "spatialOrder.h"
 #include "vorn3d/geometry/nearestVertex.h"
+#include "vorn3d/geometry/spatialOrder.h"
 
 #include <algorithm>
 #include <limits>

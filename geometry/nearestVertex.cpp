@@ -3,8 +3,8 @@
 #include "NeighborCache.h"
 #include "StarClimb.h"
 #include "distanceOrder.h"
-#include "spatialOrder.h"
 #include "vertexStar.h"
+#include "vorn3d/geometry/spatialOrder.h"
 
 #include <algorithm>
 

@@ -1,4 +1,4 @@
-#include "spatialOrder.h"
+#include "vorn3d/geometry/spatialOrder.h"
 
 #include "values/isFinite.h"
 

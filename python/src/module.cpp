@@ -12,10 +12,12 @@
 #include <nanobind/ndarray.h>
 #include <nanobind/stl/optional.h>
 #include <nanobind/stl/pair.h>
+#include <nanobind/stl/tuple.h>
 
 #include <chrono>
 #include <optional>
 #include <stdexcept>
+#include <tuple>
 #include <utility>
 
 namespace nb = nanobind;
@@ -33,6 +35,7 @@ using Matrix = nb::ndarray<nb::numpy, T, nb::shape<-1, NUM_COLUMNS>, nb::c_conti
 template <typename T>
 using Array = nb::ndarray<nb::numpy, T, nb::shape<-1>, nb::c_contig>;
 using PointMatrix = nb::ndarray<const double, nb::shape<-1, 3>, nb::c_contig, nb::device::cpu>;
+using ValueMatrix = nb::ndarray<const double, nb::shape<-1, -1>, nb::c_contig, nb::device::cpu>;
 using StartArray = nb::ndarray<const Index, nb::shape<-1>, nb::c_contig, nb::device::cpu>;
 
 template <typename T>
@@ -129,16 +132,17 @@ std::pair<Array<Index>, Array<Index>> bindVertexNeighbors(const Triangulation& t
     return {toArray(std::move(neighbors.starts)), toArray(std::move(neighbors.vertices))};
 }
 
-Points toPoints(const PointMatrix& points)
+template <class NumpyMatrix>
+Rows toRows(const NumpyMatrix& matrix)
 {
-    return {points.data(), points.shape(0)};
+    return {matrix.data(), matrix.shape(0), matrix.shape(1)};
 }
 
 Array<Index> bindFindSimplices(const Triangulation& triangulation, const PointMatrix& points)
 {
     const Pulse pulse = makePulse();
-    return toArray(read(triangulation,
-                        [&](const Triangulation& t) { return findSimplices(t, toPoints(points), pulse); }));
+    return toArray(
+        read(triangulation, [&](const Triangulation& t) { return findSimplices(t, toRows(points), pulse); }));
 }
 
 std::pair<Array<Index>, Array<std::uint8_t>> bindLocate(const Triangulation& triangulation,
@@ -149,7 +153,7 @@ std::pair<Array<Index>, Array<std::uint8_t>> bindLocate(const Triangulation& tri
     if (starts && starts->shape(0) != points.shape(0))
         throw std::invalid_argument("there must be as many starts as points");
     Locations locations = read(triangulation, [&](const Triangulation& t) {
-        return locate(t, toPoints(points), starts ? starts->data() : nullptr, pulse);
+        return locate(t, toRows(points), starts ? starts->data() : nullptr, pulse);
     });
     return {toArray(std::move(locations.simplices)), toArray(std::move(locations.kinds))};
 }
@@ -158,7 +162,31 @@ Matrix<Index, -1> bindNearest(const Triangulation& triangulation, const PointMat
 {
     const Pulse pulse = makePulse();
     return toMatrix<-1>(read(
-        triangulation, [&](const Triangulation& t) { return findNearest(t, toPoints(points), k, pulse); }));
+        triangulation, [&](const Triangulation& t) { return findNearest(t, toRows(points), k, pulse); }));
+}
+
+std::pair<Matrix<double, -1>, Array<bool>> bindInterpolate(const Triangulation& triangulation,
+                                                           InterpolationMethod3 method, OutsideHull3 outside,
+                                                           double tolerance, const PointMatrix& points,
+                                                           const ValueMatrix& values)
+{
+    const Pulse pulse = makePulse();
+    InterpolatedValues interpolated = read(triangulation, [&](const Triangulation& t) {
+        return interpolate(t, {method, outside, tolerance}, toRows(points), toRows(values), pulse);
+    });
+    return {toMatrix<-1>(std::move(interpolated.values)), toArray(std::move(interpolated.found))};
+}
+
+std::tuple<Array<std::int64_t>, Array<Index>, Array<double>>
+bindWeights(const Triangulation& triangulation, InterpolationMethod3 method, OutsideHull3 outside,
+            double tolerance, const PointMatrix& points)
+{
+    const Pulse pulse = makePulse();
+    Weights weights = read(triangulation, [&](const Triangulation& t) {
+        return makeWeights(t, {method, outside, tolerance}, toRows(points), pulse);
+    });
+    return {toArray(std::move(weights.starts)), toArray(std::move(weights.columns)),
+            toArray(std::move(weights.weights))};
 }
 
 } // namespace
@@ -170,6 +198,14 @@ NB_MODULE(_core, m)
     using namespace VORN3D::python;
     using Self = const Triangulation&;
     setUpLibrary();
+
+    nb::enum_<VORN3D::InterpolationMethod3>(m, "Method")
+        .value("LINEAR", VORN3D::InterpolationMethod3::LINEAR)
+        .value("NATURAL", VORN3D::InterpolationMethod3::NATURAL);
+    nb::enum_<VORN3D::OutsideHull3>(m, "Outside")
+        .value("NOTHING", VORN3D::OutsideHull3::NOTHING)
+        .value("NEAREST", VORN3D::OutsideHull3::NEAREST)
+        .value("CLAMP", VORN3D::OutsideHull3::CLAMP);
 
     nb::class_<Triangulation>(m, "Triangulation")
         .def(
@@ -192,5 +228,7 @@ NB_MODULE(_core, m)
         .def("circumspheres", [](Self t) { return toMatrix<4>(read(t, makeCircumspheres)); })
         .def("find_simplices", &bindFindSimplices, "points"_a)
         .def("locate", &bindLocate, "points"_a, "starts"_a.none())
-        .def("nearest", &bindNearest, "points"_a, "k"_a);
+        .def("nearest", &bindNearest, "points"_a, "k"_a)
+        .def("interpolate", &bindInterpolate, "method"_a, "outside"_a, "tolerance"_a, "points"_a, "values"_a)
+        .def("weights", &bindWeights, "method"_a, "outside"_a, "tolerance"_a, "points"_a);
 }

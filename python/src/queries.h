@@ -3,41 +3,73 @@
 
 #include "Triangulation.h"
 
+#include <vorn3d/geometry/interpolate.h>
+
 namespace VORN3D::python
 {
 
-/// Points in space, n rows of three coordinates.
-struct Points
+/// Rows of doubles that numpy owns.
+struct Rows
 {
-    const double* pCoordinates;
-    std::size_t n;
+    const double* pData;
+    std::size_t numRows;
+    std::size_t numColumns;
 
-    Point3 operator[](std::size_t i) const
-    {
-        const double* p = pCoordinates + 3 * i;
-        return {p[0], p[1], p[2]};
-    }
+    const double* operator[](std::size_t i) const { return pData + i * numColumns; }
 };
 
-/// Which tetrahedra contain the points, in their interior or on their boundary; -1 outside the hull, for
-/// points that are not finite, and where there is no mesh.
-Table<Index> findSimplices(const Triangulation& triangulation, const Points& points, const Pulse& pulse);
-
-/// The same, and for each point which kind of face it lies on: a LocationKind3.
+/// Which tetrahedra contain the points, in their interior or on their boundary, and on which kind of face
+/// they lie, a LocationKind3. Tetrahedra are -1 outside the hull, for points that are not finite, and where
+/// there is no mesh.
 struct Locations
 {
     Table<Index> simplices;
     Table<std::uint8_t> kinds;
 };
 
-/// pStarts holds a tetrahedron for each point, where the walk starts; null, and -1, leave it to the library.
-/// Throws std::out_of_range if there is no such tetrahedron.
-Locations locate(const Triangulation& triangulation, const Points& points, const Index* pStarts,
+/// pStarts holds a tetrahedron for each point, where the walk starts; if it is null, and for -1, the walk
+/// starts at the last answer. Throws std::out_of_range if there is no such tetrahedron.
+Locations locate(const Triangulation& triangulation, const Rows& points, const Index* pStarts,
                  const Pulse& pulse);
+
+/// The same without kinds.
+Table<Index> findSimplices(const Triangulation& triangulation, const Rows& points, const Pulse& pulse);
 
 /// The numbers of the k nearest vertices of each point, -1 where there are not as many; see
 /// kNearestVertices().
-Table<Index> findNearest(const Triangulation& triangulation, const Points& points, std::size_t k,
+Table<Index> findNearest(const Triangulation& triangulation, const Rows& points, std::size_t k,
                          const Pulse& pulse);
+
+/// How values at vertices are to be interpolated; see makeInterpolationMatrix(). Points that are outside by
+/// no more than the tolerance, in each coordinate, have the weights of the nearest place in the hull.
+struct Interpolation
+{
+    InterpolationMethod3 method;
+    OutsideHull3 outside;
+    double tolerance;
+};
+
+/// The values at the points, a row for each, and whether there is one: those without are not numbers.
+/// `values` has a row for each point of the triangulation.
+struct InterpolatedValues
+{
+    Table<double> values;
+    Table<bool> found;
+};
+
+InterpolatedValues interpolate(const Triangulation& triangulation, const Interpolation& interpolation,
+                               const Rows& points, const Rows& values, const Pulse& pulse);
+
+/// The weights in compressed rows: those of point i are weights[starts[i]] up to, without, weights[starts[i +
+/// 1]], and belong to the vertices with the numbers at the same places of columns.
+struct Weights
+{
+    Table<std::int64_t> starts;
+    Table<Index> columns;
+    Table<double> weights;
+};
+
+Weights makeWeights(const Triangulation& triangulation, const Interpolation& interpolation,
+                    const Rows& points, const Pulse& pulse);
 
 } // namespace VORN3D::python

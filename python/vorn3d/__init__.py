@@ -6,6 +6,15 @@ The page ``docs/python.md`` of the project is the introduction.
 """
 
 from ._delaunay import Delaunay, Location, LocationKind, Status
+from ._interpolation import LinearNDInterpolator, NaturalNeighborInterpolator
 from ._nearest import nearest
 
-__all__ = ["Delaunay", "Location", "LocationKind", "Status", "nearest"]
+__all__ = [
+    "Delaunay",
+    "LinearNDInterpolator",
+    "Location",
+    "LocationKind",
+    "NaturalNeighborInterpolator",
+    "Status",
+    "nearest",
+]
