@@ -1,11 +1,14 @@
 // What the package hands to numpy.
 #pragma once
 
+#include "memory.h"
+
 #include <cstddef>
 #include <cstdint>
 #include <limits>
 #include <memory>
 #include <stdexcept>
+#include <type_traits>
 
 namespace VORN3D::python
 {
@@ -25,22 +28,31 @@ inline void requireIndices(std::size_t num)
 template <typename T>
 class Table
 {
+    static_assert(std::is_trivial_v<T>);
+
 public:
     Table(std::size_t numRows, std::size_t numColumns)
-        : m_pData(new T[numRows * numColumns]), m_numRows(numRows), m_numColumns(numColumns)
+        : m_pData(static_cast<T*>(allocate(numRows * numColumns * sizeof(T)))), m_numRows(numRows),
+          m_numColumns(numColumns)
     {
     }
 
     T* row(std::size_t i) { return m_pData.get() + i * m_numColumns; }
     T& operator[](std::size_t i) { return m_pData[i]; }
     T* data() { return m_pData.get(); }
+    /// The memory, which is then the caller's to release().
     T* release() { return m_pData.release(); }
 
     std::size_t getNumRows() const { return m_numRows; }
     std::size_t getNumColumns() const { return m_numColumns; }
 
 private:
-    std::unique_ptr<T[]> m_pData;
+    struct Release
+    {
+        void operator()(T* p) const noexcept { python::release(p); }
+    };
+
+    std::unique_ptr<T[], Release> m_pData;
     std::size_t m_numRows;
     std::size_t m_numColumns;
 };

@@ -5,6 +5,7 @@
 // arrived, and to tell progress.
 #include "Table.h"
 #include "Triangulation.h"
+#include "memory.h"
 #include "meshTables.h"
 #include "queries.h"
 
@@ -41,7 +42,7 @@ using StartArray = nb::ndarray<const Index, nb::shape<-1>, nb::c_contig, nb::dev
 template <typename T>
 nb::capsule makeOwner(Table<T>& table)
 {
-    return nb::capsule(table.data(), [](void* p) noexcept { delete[] static_cast<T*>(p); });
+    return nb::capsule(table.data(), &release);
 }
 
 // The arrays take over the tables' memory.
