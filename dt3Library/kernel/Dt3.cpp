@@ -20,8 +20,10 @@ namespace
 
 constexpr int HILBERT_BITS = 27;
 
-// So many vertices are inserted from one call of the progress observer to the next.
+// So many vertices are inserted from one call of the progress observer to the next, or as many as take so
+// many tests of the walk and new tetrahedra, twice as many as on well spread points.
 constexpr std::size_t OBSERVED_VERTICES = 4096;
+constexpr std::size_t OBSERVED_WORK = 1 << 18;
 
 void requireFinite(const Point3* pPoints, std::size_t numPoints)
 {
@@ -123,10 +125,14 @@ template <class Sequence>
 bool Dt3::insertAll(Sequence sequence, Tet3* pLastTet)
 {
     std::size_t numWalkTests = 0;
+    std::size_t work = 0;
     Crossing crossing = Crossing::FIRST;
     for (std::size_t numDone = 0; numDone < sequence.size(); ++numDone) {
-        if (numDone % OBSERVED_VERTICES == 0 && !isToGoOn(numDone, sequence.size()))
-            return false;
+        if (numDone % OBSERVED_VERTICES == 0 || work > OBSERVED_WORK) {
+            if (!isToGoOn(numDone, sequence.size()))
+                return false;
+            work = 0;
+        }
         if (numDone % JUDGED_WALKS == 0 && std::exchange(numWalkTests, 0) > LONG_WALK * JUDGED_WALKS) {
             sequence.shortenWalks(numDone);
             crossing = Crossing::OPPOSITE_FARTHEST;
@@ -135,6 +141,7 @@ bool Dt3::insertAll(Sequence sequence, Tet3* pLastTet)
         const Insertion insertion = insertVertex(&pVtx, sequence.getStart(numDone, pLastTet), crossing);
         pLastTet = insertion.pTet;
         numWalkTests += insertion.numWalkTests;
+        work += insertion.numWalkTests + star.getTets().size();
     }
     isToGoOn(sequence.size(), sequence.size());
     return true;

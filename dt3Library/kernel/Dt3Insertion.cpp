@@ -21,6 +21,7 @@ constexpr std::size_t LARGE_STAR = 128;
 Dt3::Insertion Dt3::insertVertex(Point3** ppVtx, Tet3* pStartTet, Crossing crossing)
 {
     VORN_ASSERT_TEXT(!pStartTet->hasBeenVisited, "!pCurTet->hasBeenVisited");
+    star.clear();
     const Location location = locateInMesh(*ppVtx, pStartTet, crossing);
     VORN_ASSERT_TEXT(location.result != LOCATE_GAVE_UP, "locateResult!=-99");
     if (location.result == LOCATED_VERTEX)
@@ -28,7 +29,6 @@ Dt3::Insertion Dt3::insertVertex(Point3** ppVtx, Tet3* pStartTet, Crossing cross
 
     const bool bInside = location.result == LOCATED_INSIDE;
     tets.startInsertion();
-    star.clear();
     try {
         if (bInside)
             findCavityInside(*ppVtx, location.pTet);

@@ -127,7 +127,8 @@ public:
     using ProgressObserver = std::function<bool(std::size_t numDone, std::size_t numTotal)>;
 
     /// Sets the observer of later batch insertions and checks; an empty function removes it. It is called
-    /// every 4096 vertices or tetrahedra, on the thread that works, and must not use the triangulation.
+    /// every 4096 vertices or tetrahedra, more often where vertices take long, on the thread that works, and
+    /// must not use the triangulation.
     ///
     /// If it answers false, or throws, the insertion ends at once. The triangulation is then valid and holds
     /// the vertices brought in so far, a sample spread evenly over the points of the batch, or the first ones
