@@ -26,6 +26,9 @@ Order = Literal["curve", "canonical"]
 # Matrices whose condition number is above it scipy takes for singular.
 _LARGEST_CONDITION = 1 / (1000 * np.finfo(np.float64).eps)
 
+# So many simplices are computed with at a time: few enough for the cache, and for Ctrl-C.
+_BLOCK = 1 << 14
+
 
 class Status(enum.IntEnum):
     """What the points span, as its dimension; only a solid has simplices."""
@@ -333,18 +336,10 @@ class Delaunay:
         return self._compute_once("transform", self._compute_transform)
 
     def _compute_transform(self) -> NDArray[np.float64]:
-        corners = self.points[self.simplices]
-        origin = corners[:, 3]
-        edges = corners[:, :3] - origin[:, np.newaxis]
         transform = np.empty((self.nsimplex, 4, 3))
-        inverse = transform[:, :3]
-        transform[:, 3] = origin
-        with np.errstate(all="ignore"):
-            for i in range(3):
-                inverse[:, i] = np.cross(edges[:, (i + 1) % 3], edges[:, (i + 2) % 3])
-            inverse /= np.einsum("ij,ij->i", edges[:, 0], inverse[:, 0])[:, np.newaxis, np.newaxis]
-            condition = abs(edges).sum(axis=2).max(axis=1) * abs(inverse).sum(axis=1).max(axis=1)
-        transform[~(condition < _LARGEST_CONDITION)] = np.nan
+        for begin in range(0, self.nsimplex, _BLOCK):
+            block = slice(begin, begin + _BLOCK)
+            _fill_transform(transform[block], self.points[self.simplices[block]])
         return transform
 
     @property
@@ -361,8 +356,9 @@ class Delaunay:
         equations = np.empty((len(spheres), 5))
         equations[:, :3] = 2 * centers
         equations[:, 3] = -1
-        equations[:, 4] = spheres[:, 3] - np.einsum("ij,ij->i", centers, centers)
-        equations /= np.linalg.norm(equations[:, :4], axis=1)[:, np.newaxis]
+        with np.errstate(all="ignore"):  # flat simplices have centres at infinity
+            equations[:, 4] = spheres[:, 3] - np.einsum("ij,ij->i", centers, centers)
+            equations /= np.linalg.norm(equations[:, :4], axis=1)[:, np.newaxis]
         return equations
 
     def lift_points(self, x: ArrayLike) -> NDArray[np.float64]:
@@ -498,6 +494,19 @@ class Delaunay:
         import pyvista
 
         return pyvista.UnstructuredGrid({pyvista.CellType.TETRA: self.simplices}, self.points)
+
+
+def _fill_transform(transform: NDArray[np.float64], corners: NDArray[np.float64]) -> None:
+    origin = corners[:, 3]
+    edges = corners[:, :3] - origin[:, np.newaxis]
+    inverse = transform[:, :3]
+    transform[:, 3] = origin
+    with np.errstate(all="ignore"):
+        for i in range(3):
+            inverse[:, i] = np.cross(edges[:, i - 2], edges[:, i - 1])
+        inverse /= np.einsum("ij,ij->i", edges[:, 0], inverse[:, 0])[:, np.newaxis, np.newaxis]
+        condition = abs(edges).sum(axis=2).max(axis=1) * abs(inverse).sum(axis=1).max(axis=1)
+        transform[~(condition < _LARGEST_CONDITION)] = np.nan
 
 
 def _rebuild(

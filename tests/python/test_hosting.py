@@ -140,13 +140,22 @@ def test_interrupted_insertions_are_completed(order, num_before):
 
 def test_control_c_interrupts():
     tri = vorn3d.Delaunay(LARGE[:9], incremental=True)
-    for long_call in (lambda: tri.add_points(LARGE), lambda: tri.find_simplex(np.tile(LARGE, (300, 1)))):
+    lines = np.zeros((12_000, 3))
+    lines[::2, 0] = lines[1::2, 1] = np.linspace(0, 1, 6000)
+    lines[1::2, 2] = 1
+    for long_call in (
+        lambda: tri.add_points(LARGE),
+        lambda: tri.find_simplex(np.tile(LARGE, (300, 1))),
+        lambda: vorn3d.Delaunay(lines),
+    ):
+        begin = time.perf_counter()
         timer = threading.Timer(0.06, os.kill, (os.getpid(), signal.SIGINT))
         timer.start()
         with pytest.raises(KeyboardInterrupt):
             long_call()
             time.sleep(9)
         timer.join()
+        assert time.perf_counter() - begin < 2
     assert tri.check()
 
 
