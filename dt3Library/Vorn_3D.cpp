@@ -77,6 +77,11 @@ MeshArrays Vorn_3D::getArrays(const std::vector<Point3*>& vUserHandles) const
     return m_pDt->getArrays(vUserHandles);
 }
 
+std::vector<Tet3*> Vorn_3D::getNumberedTetrahedra() const
+{
+    return m_pDt->getNumberedTetrahedra();
+}
+
 bool Vorn_3D::checkValidity(const std::string& name, bool bPrintInfo)
 {
     return m_pDt->checkValidity(name, true, bPrintInfo);

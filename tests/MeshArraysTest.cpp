@@ -27,15 +27,15 @@ Corners getCorners(const Tet3* pTet)
 }
 
 /// The handle of each tetrahedron in the arrays, known by its corners; null if there is no such.
-std::vector<const Tet3*> findTets(const Vorn_3D& dt, const MeshArrays& mesh, const Handles& vHandles)
+std::vector<Tet3*> findTets(const Vorn_3D& dt, const MeshArrays& mesh, const Handles& vHandles)
 {
     std::vector<Tet3*> vTets;
     if (dt.is3D())
         dt.getTetrahedra(vTets);
-    std::map<Corners, const Tet3*> tetOf;
-    for (const Tet3* pTet : vTets)
+    std::map<Corners, Tet3*> tetOf;
+    for (Tet3* pTet : vTets)
         tetOf[getCorners(pTet)] = pTet;
-    std::vector<const Tet3*> vFound;
+    std::vector<Tet3*> vFound;
     for (std::size_t i = 0; i < mesh.vCorners.size(); i += 4) {
         Corners corners;
         for (std::size_t k = 0; k < 4; ++k)
@@ -51,7 +51,8 @@ std::vector<const Tet3*> findTets(const Vorn_3D& dt, const MeshArrays& mesh, con
 void expectSameMesh(const Vorn_3D& dt, const Handles& vHandles)
 {
     const MeshArrays mesh = dt.getArrays(vHandles);
-    const std::vector<const Tet3*> vTets = findTets(dt, mesh, vHandles);
+    const std::vector<Tet3*> vTets = findTets(dt, mesh, vHandles);
+    ASSERT_EQ(dt.getNumberedTetrahedra(), vTets);
     const auto getTet = [&](std::uint32_t number) { return number == NO_INDEX ? nullptr : vTets.at(number); };
     ASSERT_EQ(std::count(vTets.begin(), vTets.end(), nullptr), 0);
     ASSERT_EQ(mesh.vNeighbors.size(), 4 * vTets.size());

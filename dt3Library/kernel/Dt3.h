@@ -149,6 +149,7 @@ public:
 
     /// See Vorn_3D::getArrays().
     MeshArrays getArrays(const std::vector<Point3*>& vUserHandles) const;
+    std::vector<Tet3*> getNumberedTetrahedra() const;
 
     // --- Dt3Validity.cpp: the checker ---
 

@@ -82,4 +82,12 @@ MeshArrays Dt3::getArrays(const std::vector<Point3*>& vUserHandles) const
     return mesh;
 }
 
+std::vector<Tet3*> Dt3::getNumberedTetrahedra() const
+{
+    std::vector<Tet3*> vTets;
+    vTets.reserve(tets.getNumTets());
+    TetNumbers(tets).forEachTet([&vTets](Tet3* pTet) { vTets.push_back(pTet); });
+    return vTets;
+}
+
 } // namespace VORN3D

@@ -33,9 +33,9 @@ TetNumbers::TetNumbers(const TetStore& tets)
     const std::vector<std::uint32_t> vHoles = findHoles(tets, m_order, m_numTets);
     m_vNumberOfMoved.reserve(m_order.getNumElements() - m_numTets);
     std::size_t numBefore = 0;
-    m_pool.forEachBlock([&](const Tet3* pFirst, std::size_t size) {
+    m_pool.forEachBlock([&](Tet3* pFirst, std::size_t size) {
         for (std::size_t i = std::max(m_numTets, numBefore); i < numBefore + size; ++i) {
-            const Tet3* pTet = pFirst + (i - numBefore);
+            Tet3* pTet = pFirst + (i - numBefore);
             if (pTet->hasBeenVisited) {
                 m_vNumberOfMoved.push_back(0);
                 continue;

@@ -28,16 +28,16 @@ public:
         return place < m_numTets ? static_cast<std::uint32_t>(place) : m_vNumberOfMoved[place - m_numTets];
     }
 
-    /// Calls visit(const Tet3*) in the order of the numbers.
+    /// Calls visit(Tet3*) in the order of the numbers.
     template <typename Visitor>
     void forEachTet(Visitor visit) const
     {
         std::size_t numLeft = m_numTets;
         auto moved = m_vMoved.begin();
-        m_pool.forEachBlock([&](const Tet3* pFirst, std::size_t size) {
+        m_pool.forEachBlock([&](Tet3* pFirst, std::size_t size) {
             size = std::min(size, numLeft);
             numLeft -= size;
-            for (const Tet3* pTet = pFirst; pTet < pFirst + size; ++pTet)
+            for (Tet3* pTet = pFirst; pTet < pFirst + size; ++pTet)
                 visit(pTet->hasBeenVisited ? *moved++ : pTet);
         });
     }
@@ -46,7 +46,7 @@ private:
     const SimplePool<Tet3>& m_pool;
     PoolOrder<Tet3> m_order;
     std::size_t m_numTets;
-    std::vector<const Tet3*> m_vMoved;           // the live ones at places from m_numTets on
+    std::vector<Tet3*> m_vMoved;                 // the live ones at places from m_numTets on
     std::vector<std::uint32_t> m_vNumberOfMoved; // at those places
 };
 

@@ -46,8 +46,8 @@ class Dt3;
 ///
 /// Threads: an insertion, and setting an observer or the verbosity, must be alone. Between insertions any
 /// number of threads may read one triangulation: is3D(), getDimension(), locate(), locateClosed(),
-/// getVertices(), getTetrahedra(), getTetsAroundVertex() and the handles. Different triangulations are
-/// independent.
+/// getVertices(), getTetrahedra(), getTetsAroundVertex(), getArrays(), getNumberedTetrahedra() and the
+/// handles. Different triangulations are independent.
 ///
 /// Errors: wrong usage is reported and throws VornException; the triangulation is then as it was. Running out
 /// of memory for the mesh ends the process after a message, unless setFatalHandler() says otherwise.
@@ -182,6 +182,10 @@ public:
     /// or more. Takes time linear in the size of the mesh and of vUserHandles, a tenth of what inserting
     /// takes.
     MeshArrays getArrays(const std::vector<Point3*>& vUserHandles) const;
+
+    /// The tetrahedra by their numbers in getArrays(); empty if there is no mesh. Takes time linear in their
+    /// number.
+    std::vector<Tet3*> getNumberedTetrahedra() const;
 
     /// Checks the mesh and says whether it is sound; the first fault ends the check. Always checked: links
     /// between neighbours are mutual, and neighbours lie on different sides of their common facet. With
