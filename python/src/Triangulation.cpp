@@ -2,13 +2,12 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 #include <new>
 #include <numeric>
 #include <stdexcept>
 #include <string>
 #include <string_view>
-#include <tuple>
-#include <utility>
 
 namespace VORN3D::python
 {
@@ -48,6 +47,12 @@ private:
 };
 
 } // namespace
+
+void requireIndices(std::size_t num)
+{
+    if (num > static_cast<std::size_t>(std::numeric_limits<Index>::max()))
+        throw std::overflow_error("the arrays can number less than 2**31 points, simplices or neighbours");
+}
 
 void setUpLibrary()
 {
@@ -114,14 +119,13 @@ void Triangulation::insert(const double* pCoordinates, std::size_t n, const Puls
     m_vPending = {};
 }
 
-// Adds the points to those pending, and makes room for all that is needed to remember them.
+// Adds the points to those pending, and makes room for their handles.
 void Triangulation::append(const double* pCoordinates, std::size_t n)
 {
-    const std::size_t first = m_vVertices.size();
     const std::size_t numPending = m_vPending.size();
-    requireIndices(first + n);
+    requireIndices(m_numPoints + n);
     m_vPending.reserve(numPending + n);
-    m_vVertices.reserve(first + n);
+    m_vHandles.reserve(m_numPoints + n);
     for (std::size_t i = 0; i < n; ++i) {
         const double* p = pCoordinates + 3 * i;
         if (!std::isfinite(p[0]) || !std::isfinite(p[1]) || !std::isfinite(p[2])) {
@@ -129,9 +133,9 @@ void Triangulation::append(const double* pCoordinates, std::size_t n)
             throw std::invalid_argument("points must be finite: points[" + std::to_string(i) + "] is not");
         }
         m_vPending.emplace_back(p[0], p[1], p[2]);
-        m_vPending.back().setCustomIndex(static_cast<int>(first + i));
+        m_vPending.back().setCustomIndex(static_cast<int>(m_numPoints + i));
     }
-    m_vVertices.resize(first + n, nullptr);
+    m_numPoints += n;
 }
 
 void Triangulation::insertPending()
@@ -152,7 +156,7 @@ void Triangulation::insertPending()
 void Triangulation::insertPendingCanonically(std::vector<Point3*>& vHandles)
 {
     std::vector<std::uint64_t> vNumbers(m_vPending.size());
-    std::iota(vNumbers.begin(), vNumbers.end(), m_vVertices.size() - m_vPending.size());
+    std::iota(vNumbers.begin(), vNumbers.end(), m_numPoints - m_vPending.size());
     const std::vector<std::size_t> vOrder = getCanonicalOrder(m_vPending, vNumbers, Bbox3(m_vPending));
     std::vector<Point3> vOrdered;
     vOrdered.reserve(vOrder.size());
@@ -175,15 +179,16 @@ void Triangulation::insertPendingCanonically(std::vector<Point3*>& vHandles)
     putInPlace();
 }
 
-// The handles, if there are any, are those of the last points. Of equal points the first gives the number.
+// The handles are those of the last points, unless memory ran out before there were all. Of equal points the
+// first gives the number.
 void Triangulation::takeHandles(const std::vector<Point3*>& vHandles)
 {
-    const std::size_t first = m_vVertices.size() - m_vPending.size();
-    for (std::size_t i = 0; i < vHandles.size(); ++i) {
-        Point3* pVtx = vHandles[i];
-        m_vVertices[first + i] = pVtx;
-        if (pVtx != nullptr)
-            pVtx->setCustomIndex(std::min(pVtx->getCustomIndex(), static_cast<int>(first + i)));
+    if (vHandles.size() != m_vPending.size() || std::count(vHandles.begin(), vHandles.end(), nullptr) != 0)
+        return;
+    m_vHandles.resize(m_numPoints - m_vPending.size());
+    for (Point3* pVtx : vHandles) {
+        pVtx->setCustomIndex(std::min(pVtx->getCustomIndex(), static_cast<int>(m_vHandles.size())));
+        m_vHandles.push_back(pVtx);
     }
 }
 
@@ -194,46 +199,26 @@ bool Triangulation::check(const Pulse& pulse)
     return !m_dt.is3D() || m_dt.checkValidity("", true);
 }
 
+MeshArrays Triangulation::getArrays() const
+{
+    MeshArrays mesh = m_dt.getArrays(m_vHandles);
+    requireIndices(mesh.vCorners.size() / 4);
+    mesh.vVertices.resize(m_numPoints, NO_INDEX);
+    mesh.vTets.resize(m_numPoints, NO_INDEX);
+    return mesh;
+}
+
 const std::vector<Tet3*>& Triangulation::getTets() const
 {
     const std::lock_guard lock(m_numbering);
     if (!m_bNumbered) {
-        m_vTets.clear();
-        m_dt.getTetrahedra(m_vTets);
-        requireIndices(m_vTets.size());
-        if (m_order == Order::CANONICAL)
-            sortTets();
+        m_vTets = m_dt.getNumberedTetrahedra();
         int number = 0;
         for (Tet3* pTet : m_vTets)
             pTet->setCustomIndex(number++);
         m_bNumbered = true;
     }
     return m_vTets;
-}
-
-// By the numbers of the corners: first into buckets by the first corner, which are small.
-void Triangulation::sortTets() const
-{
-    const auto firstCorner = [](const Tet3* pTet) {
-        return static_cast<std::size_t>(numberOf(pTet->getCorner(0)));
-    };
-    const auto otherCorners = [](const Tet3* pTet) {
-        return std::tuple(numberOf(pTet->getCorner(1)), numberOf(pTet->getCorner(2)),
-                          numberOf(pTet->getCorner(3)));
-    };
-    std::vector<std::size_t> vEnd(getNumPoints() + 1);
-    for (const Tet3* pTet : m_vTets)
-        ++vEnd[firstCorner(pTet) + 1];
-    std::partial_sum(vEnd.begin(), vEnd.end(), vEnd.begin());
-    std::vector<Tet3*> vSorted(m_vTets.size());
-    std::vector<std::size_t> vNext(vEnd.begin(), vEnd.end() - 1);
-    for (Tet3* pTet : m_vTets)
-        vSorted[vNext[firstCorner(pTet)]++] = pTet;
-    for (std::size_t i = 0; i + 1 < vEnd.size(); ++i)
-        std::sort(vSorted.begin() + static_cast<std::ptrdiff_t>(vEnd[i]),
-                  vSorted.begin() + static_cast<std::ptrdiff_t>(vEnd[i + 1]),
-                  [&](const Tet3* a, const Tet3* b) { return otherCorners(a) < otherCorners(b); });
-    m_vTets = std::move(vSorted);
 }
 
 } // namespace VORN3D::python

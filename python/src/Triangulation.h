@@ -1,25 +1,31 @@
 // Triangulation is a Vorn_3D whose points and tetrahedra have numbers.
 //
 // Points are numbered in the order of insertion over all calls; equal points share a vertex, whose number is
-// that of the first of them. The vertices' custom indices are these numbers, and the tetrahedra's custom
-// indices are theirs, which change with every insertion.
+// that of the first of them. Tetrahedra have the numbers of Vorn_3D::getArrays(), which change with every
+// insertion. The custom indices of both are these numbers.
 //
 // Threads: one may insert, or any number read. Who comes in between gets an exception, not a lock, since
 // waiting would be a deadlock for a progress callback that reads.
 #pragma once
 
-#include "Table.h"
-
+#include <vorn3d/MeshArrays.h>
 #include <vorn3d/Vorn_3D.h>
 
 #include <atomic>
 #include <cstddef>
+#include <cstdint>
 #include <functional>
 #include <mutex>
 #include <vector>
 
 namespace VORN3D::python
 {
+
+/// The numbers of points and tetrahedra, those of scipy.spatial: -1 is none.
+using Index = std::int32_t;
+
+/// Throws std::overflow_error if there are more things than an Index can count.
+void requireIndices(std::size_t num);
 
 /// Called from time to time during long work, with how much of it is done and how much there is. What it
 /// throws ends the work.
@@ -58,13 +64,16 @@ public:
     };
 
     const Vorn_3D& getMesh() const { return m_dt; }
-    std::size_t getNumPoints() const { return m_vVertices.size(); }
+    std::size_t getNumPoints() const { return m_numPoints; }
 
-    /// For each point its vertex; null, or a vertex without a tetrahedron, if an insertion ended before it.
-    const std::vector<Point3*>& getVertices() const { return m_vVertices; }
+    /// The vertices of the points. The last points have none if memory ran out while they were stored; no
+    /// tetrahedron has them as corners then.
+    const std::vector<Point3*>& getHandles() const { return m_vHandles; }
 
-    /// The tetrahedra by their numbers. Takes time linear in their number once after each insertion. In
-    /// canonical order the numbers are a function of the mesh, otherwise of places in memory.
+    /// Corners and neighbours of the tetrahedra, and what stands for each point; see Vorn_3D::getArrays().
+    MeshArrays getArrays() const;
+
+    /// The tetrahedra by their numbers. Takes time linear in their number once after each insertion.
     const std::vector<Tet3*>& getTets() const;
 
     /// The numbers of vertices and tetrahedra; -1 for null. Those of tetrahedra are good after getTets().
@@ -80,11 +89,11 @@ private:
     void insertPending();
     void insertPendingCanonically(std::vector<Point3*>& vHandles);
     void takeHandles(const std::vector<Point3*>& vHandles);
-    void sortTets() const;
 
     Order m_order;
     Vorn_3D m_dt;
-    std::vector<Point3*> m_vVertices;
+    std::vector<Point3*> m_vHandles;
+    std::size_t m_numPoints = 0;
     std::vector<Point3> m_vPending; // the last points, which are not all in the mesh
     bool m_bDamaged = false;
     mutable std::atomic<int> m_numReaders{0}; // -1: an insertion

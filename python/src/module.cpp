@@ -3,9 +3,7 @@
 //
 // All work runs without the interpreter's lock, which is taken back for moments: to see whether a signal has
 // arrived, and to tell progress.
-#include "Table.h"
 #include "Triangulation.h"
-#include "memory.h"
 #include "meshTables.h"
 #include "queries.h"
 
@@ -15,11 +13,19 @@
 #include <nanobind/stl/pair.h>
 #include <nanobind/stl/tuple.h>
 
+#include <vorn3d/geometry/HullSurface.h>
+
 #include <chrono>
+#include <cstddef>
+#include <cstdint>
+#include <initializer_list>
+#include <memory>
 #include <optional>
 #include <stdexcept>
 #include <tuple>
+#include <type_traits>
 #include <utility>
+#include <vector>
 
 namespace nb = nanobind;
 using namespace nb::literals;
@@ -39,27 +45,32 @@ using PointMatrix = nb::ndarray<const double, nb::shape<-1, 3>, nb::c_contig, nb
 using ValueMatrix = nb::ndarray<const double, nb::shape<-1, -1>, nb::c_contig, nb::device::cpu>;
 using StartArray = nb::ndarray<const Index, nb::shape<-1>, nb::c_contig, nb::device::cpu>;
 
-template <typename T>
-nb::capsule makeOwner(Table<T>& table)
+// An array that takes over the vector's memory. Its numbers may be seen as others of the same size: unsigned
+// ones as signed, NO_INDEX as -1, and rows as what they consist of.
+template <class NumpyArray, typename Entry>
+NumpyArray toNumpy(std::vector<Entry>&& vEntries, std::initializer_list<std::size_t> shape)
 {
-    return nb::capsule(table.data(), &release);
+    using Scalar = typename NumpyArray::Scalar;
+    static_assert(std::is_trivially_copyable_v<Entry> && sizeof(Entry) % sizeof(Scalar) == 0);
+    auto pOwned = std::make_unique<std::vector<Entry>>(std::move(vEntries));
+    const nb::capsule owner(pOwned.get(),
+                            [](void* p) noexcept { delete static_cast<std::vector<Entry>*>(p); });
+    return NumpyArray(reinterpret_cast<Scalar*>(pOwned.release()->data()), shape, owner);
 }
 
-// The arrays take over the tables' memory.
-template <nb::ssize_t NUM_COLUMNS, typename T>
-Matrix<T, NUM_COLUMNS> toMatrix(Table<T>&& table)
+template <typename T, typename Entry>
+Array<T> toArray(std::vector<Entry>&& vEntries)
 {
-    const nb::capsule owner = makeOwner(table);
-    const std::size_t numRows = table.getNumRows(), numColumns = table.getNumColumns();
-    return Matrix<T, NUM_COLUMNS>(table.release(), {numRows, numColumns}, owner);
+    const std::size_t size = vEntries.size();
+    return toNumpy<Array<T>>(std::move(vEntries), {size});
 }
 
-template <typename T>
-Array<T> toArray(Table<T>&& table)
+template <typename T, nb::ssize_t NUM_COLUMNS, typename Entry>
+Matrix<T, NUM_COLUMNS> toMatrix(std::vector<Entry>&& vEntries)
 {
-    const nb::capsule owner = makeOwner(table);
-    const std::size_t numRows = table.getNumRows();
-    return Array<T>(table.release(), {numRows}, owner);
+    constexpr std::size_t numColumns = NUM_COLUMNS;
+    const std::size_t numRows = vEntries.size() * sizeof(Entry) / sizeof(T) / numColumns;
+    return toNumpy<Matrix<T, NUM_COLUMNS>>(std::move(vEntries), {numRows, numColumns});
 }
 
 // A Pulse that lets Python's signal handlers run, and calls `progress` if that is not None, with the numbers
@@ -119,10 +130,12 @@ bool bindCheck(Triangulation& triangulation, nb::handle progress)
     return triangulation.check(pulse);
 }
 
-std::pair<Matrix<Index, 4>, Matrix<Index, 4>> bindMesh(const Triangulation& triangulation)
+std::tuple<Matrix<Index, 4>, Matrix<Index, 4>, Array<Index>, Array<Index>>
+bindArrays(const Triangulation& triangulation)
 {
-    MeshTables tables = read(triangulation, makeMeshTables);
-    return {toMatrix<4>(std::move(tables.simplices)), toMatrix<4>(std::move(tables.neighbors))};
+    MeshArrays mesh = read(triangulation, [](const Triangulation& t) { return t.getArrays(); });
+    return {toMatrix<Index, 4>(std::move(mesh.vCorners)), toMatrix<Index, 4>(std::move(mesh.vNeighbors)),
+            toArray<Index>(std::move(mesh.vVertices)), toArray<Index>(std::move(mesh.vTets))};
 }
 
 std::pair<Array<Index>, Array<Index>> bindVertexNeighbors(const Triangulation& triangulation)
@@ -130,7 +143,17 @@ std::pair<Array<Index>, Array<Index>> bindVertexNeighbors(const Triangulation& t
     const Pulse pulse = makePulse();
     VertexNeighbors neighbors =
         read(triangulation, [&pulse](const Triangulation& t) { return makeVertexNeighbors(t, pulse); });
-    return {toArray(std::move(neighbors.starts)), toArray(std::move(neighbors.vertices))};
+    return {toArray<Index>(std::move(neighbors.vStarts)), toArray<Index>(std::move(neighbors.vVertices))};
+}
+
+HullSurface readHullSurface(const Triangulation& triangulation)
+{
+    return makeHullSurface(triangulation.getMesh(), triangulation.getHandles());
+}
+
+Matrix<Index, 3> bindHullTriangles(const Triangulation& triangulation)
+{
+    return toMatrix<Index, 3>(std::move(read(triangulation, readHullSurface).vTriangles));
 }
 
 template <class NumpyMatrix>
@@ -142,7 +165,7 @@ Rows toRows(const NumpyMatrix& matrix)
 Array<Index> bindFindSimplices(const Triangulation& triangulation, const PointMatrix& points)
 {
     const Pulse pulse = makePulse();
-    return toArray(
+    return toArray<Index>(
         read(triangulation, [&](const Triangulation& t) { return findSimplices(t, toRows(points), pulse); }));
 }
 
@@ -156,14 +179,16 @@ std::pair<Array<Index>, Array<std::uint8_t>> bindLocate(const Triangulation& tri
     Locations locations = read(triangulation, [&](const Triangulation& t) {
         return locate(t, toRows(points), starts ? starts->data() : nullptr, pulse);
     });
-    return {toArray(std::move(locations.simplices)), toArray(std::move(locations.kinds))};
+    return {toArray<Index>(std::move(locations.vSimplices)),
+            toArray<std::uint8_t>(std::move(locations.vKinds))};
 }
 
 Matrix<Index, -1> bindNearest(const Triangulation& triangulation, const PointMatrix& points, std::size_t k)
 {
     const Pulse pulse = makePulse();
-    return toMatrix<-1>(read(
-        triangulation, [&](const Triangulation& t) { return findNearest(t, toRows(points), k, pulse); }));
+    return toNumpy<Matrix<Index, -1>>(
+        read(triangulation, [&](const Triangulation& t) { return findNearest(t, toRows(points), k, pulse); }),
+        {points.shape(0), k});
 }
 
 std::pair<Matrix<double, -1>, Array<bool>> bindInterpolate(const Triangulation& triangulation,
@@ -175,7 +200,8 @@ std::pair<Matrix<double, -1>, Array<bool>> bindInterpolate(const Triangulation& 
     InterpolatedValues interpolated = read(triangulation, [&](const Triangulation& t) {
         return interpolate(t, {method, outside, tolerance}, toRows(points), toRows(values), pulse);
     });
-    return {toMatrix<-1>(std::move(interpolated.values)), toArray(std::move(interpolated.found))};
+    return {toNumpy<Matrix<double, -1>>(std::move(interpolated.vValues), {points.shape(0), values.shape(1)}),
+            toArray<bool>(std::move(interpolated.vFound))};
 }
 
 std::tuple<Array<std::int64_t>, Array<Index>, Array<double>>
@@ -186,8 +212,8 @@ bindWeights(const Triangulation& triangulation, InterpolationMethod3 method, Out
     Weights weights = read(triangulation, [&](const Triangulation& t) {
         return makeWeights(t, {method, outside, tolerance}, toRows(points), pulse);
     });
-    return {toArray(std::move(weights.starts)), toArray(std::move(weights.columns)),
-            toArray(std::move(weights.weights))};
+    return {toArray<std::int64_t>(std::move(weights.vStarts)), toArray<Index>(std::move(weights.vColumns)),
+            toArray<double>(std::move(weights.vWeights))};
 }
 
 } // namespace
@@ -219,14 +245,11 @@ NB_MODULE(_core, m)
         .def("insert", &bindInsert, "points"_a, "progress"_a.none())
         .def("check", &bindCheck, "progress"_a.none())
         .def("num_points", [](Self t) { return read(t, [](Self u) { return u.getNumPoints(); }); })
-        .def("num_simplices", [](Self t) { return read(t, [](Self u) { return u.getTets().size(); }); })
         .def("dimension", [](Self t) { return read(t, [](Self u) { return u.getMesh().getDimension(); }); })
-        .def("mesh", &bindMesh)
-        .def("hull_facets", [](Self t) { return toMatrix<3>(read(t, makeHullFacets)); })
-        .def("point_to_vertex", [](Self t) { return toArray(read(t, makePointToVertex)); })
-        .def("vertex_to_simplex", [](Self t) { return toArray(read(t, makeVertexToSimplex)); })
+        .def("arrays", &bindArrays)
+        .def("hull_triangles", &bindHullTriangles)
         .def("vertex_neighbors", &bindVertexNeighbors)
-        .def("circumspheres", [](Self t) { return toMatrix<4>(read(t, makeCircumspheres)); })
+        .def("circumspheres", [](Self t) { return toMatrix<double, 4>(read(t, makeCircumspheres)); })
         .def("find_simplices", &bindFindSimplices, "points"_a)
         .def("locate", &bindLocate, "points"_a, "starts"_a.none())
         .def("nearest", &bindNearest, "points"_a, "k"_a)

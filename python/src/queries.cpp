@@ -91,46 +91,46 @@ Locations locate(const Triangulation& triangulation, const Rows& points, const I
                  const Pulse& pulse)
 {
     const std::vector<Tet3*>& vTets = triangulation.getTets();
-    Locations locations{{points.numRows, 1}, {points.numRows, 1}};
+    Locations locations{std::vector<Index>(points.numRows), std::vector<std::uint8_t>(points.numRows)};
     Tet3* pStart = nullptr;
     forEachPoint(points, pulse, [&](std::size_t i, const Point3& p) {
         if (pStarts != nullptr && pStarts[i] != -1)
             pStart = getTet(vTets, pStarts[i]);
         const Location3 location = locateClosed(triangulation.getMesh(), p, pStart);
         pStart = location.pTet;
-        locations.simplices[i] =
+        locations.vSimplices[i] =
             location.kind != LocationKind3::OUTSIDE ? Triangulation::numberOf(pStart) : -1;
-        locations.kinds[i] = static_cast<std::uint8_t>(location.kind);
+        locations.vKinds[i] = static_cast<std::uint8_t>(location.kind);
     });
     return locations;
 }
 
-Table<Index> findSimplices(const Triangulation& triangulation, const Rows& points, const Pulse& pulse)
+std::vector<Index> findSimplices(const Triangulation& triangulation, const Rows& points, const Pulse& pulse)
 {
     triangulation.getTets();
-    Table<Index> simplices(points.numRows, 1);
+    std::vector<Index> vSimplices(points.numRows);
     Tet3* pTet = nullptr;
     forEachPoint(points, pulse, [&](std::size_t i, const Point3& p) {
         int seenFacet = -1;
         pTet = triangulation.getMesh().locateClosed(p, pTet, seenFacet);
-        simplices[i] = seenFacet == -1 ? Triangulation::numberOf(pTet) : -1;
+        vSimplices[i] = seenFacet == -1 ? Triangulation::numberOf(pTet) : -1;
     });
-    return simplices;
+    return vSimplices;
 }
 
-Table<Index> findNearest(const Triangulation& triangulation, const Rows& points, std::size_t k,
-                         const Pulse& pulse)
+std::vector<Index> findNearest(const Triangulation& triangulation, const Rows& points, std::size_t k,
+                               const Pulse& pulse)
 {
-    Table<Index> nearest(points.numRows, k);
+    std::vector<Index> vNearest(points.numRows * k, -1);
     Tet3* pStart = nullptr;
     forEachPoint(points, pulse, [&](std::size_t i, const Point3& p) {
         const std::vector<Point3*> vVertices = kNearestVertices(triangulation.getMesh(), p, k, pStart);
-        Index* pEnd = std::transform(vVertices.begin(), vVertices.end(), nearest.row(i),
-                                     [](const Point3* pVtx) { return Triangulation::numberOf(pVtx); });
-        std::fill(pEnd, nearest.row(i) + k, -1);
+        std::transform(vVertices.begin(), vVertices.end(),
+                       vNearest.begin() + static_cast<std::ptrdiff_t>(i * k),
+                       [](const Point3* pVtx) { return Triangulation::numberOf(pVtx); });
         pStart = vVertices.empty() ? nullptr : vVertices.front()->getOneTet();
     });
-    return nearest;
+    return vNearest;
 }
 
 InterpolatedValues interpolate(const Triangulation& triangulation, const Interpolation& interpolation,
@@ -139,15 +139,15 @@ InterpolatedValues interpolate(const Triangulation& triangulation, const Interpo
     if (values.numRows != triangulation.getNumPoints())
         throw std::invalid_argument("there must be as many values as points");
     const std::vector<double> vValues(values[0], values[values.numRows]);
-    InterpolatedValues interpolated{{points.numRows, values.numColumns}, {points.numRows, 1}};
+    InterpolatedValues interpolated{std::vector<double>(points.numRows * values.numColumns),
+                                    std::vector<std::uint8_t>(points.numRows)};
     forEachBlock(triangulation, interpolation, points, pulse,
                  [&](const Positions& positions, const InterpolationMatrix& matrix) {
                      const std::vector<double> vResults = matrix.apply(vValues, values.numColumns);
-                     auto itResult = vResults.begin();
                      for (std::size_t k = 0; k < positions.size(); ++k) {
-                         std::copy_n(itResult, values.numColumns, interpolated.values.row(positions[k]));
-                         itResult += static_cast<std::ptrdiff_t>(values.numColumns);
-                         interpolated.found[positions[k]] = matrix.vRowStart[k] < matrix.vRowStart[k + 1];
+                         std::copy_n(vResults.data() + k * values.numColumns, values.numColumns,
+                                     interpolated.vValues.data() + positions[k] * values.numColumns);
+                         interpolated.vFound[positions[k]] = matrix.vRowStart[k] < matrix.vRowStart[k + 1];
                      }
                  });
     return interpolated;
@@ -158,28 +158,28 @@ Weights makeWeights(const Triangulation& triangulation, const Interpolation& int
 {
     // First the lengths of the rows and all entries in the order of the search, then the entries in their
     // rows.
-    Table<std::int64_t> starts(points.numRows + 1, 1);
-    starts[0] = 0;
+    Weights weights{std::vector<std::int64_t>(points.numRows + 1, 0), {}, {}};
     Positions order;
     std::vector<Index> vColumns;
     std::vector<double> vWeights;
     forEachBlock(triangulation, interpolation, points, pulse,
                  [&](const Positions& positions, const InterpolationMatrix& matrix) {
                      for (std::size_t k = 0; k < positions.size(); ++k)
-                         starts[positions[k] + 1] =
+                         weights.vStarts[positions[k] + 1] =
                              static_cast<std::int64_t>(matrix.vRowStart[k + 1] - matrix.vRowStart[k]);
                      order.insert(order.end(), positions.begin(), positions.end());
                      vColumns.insert(vColumns.end(), matrix.vColumn.begin(), matrix.vColumn.end());
                      vWeights.insert(vWeights.end(), matrix.vWeight.begin(), matrix.vWeight.end());
                  });
-    std::partial_sum(starts.data(), starts.data() + starts.getNumRows(), starts.data());
+    std::partial_sum(weights.vStarts.begin(), weights.vStarts.end(), weights.vStarts.begin());
 
-    Weights weights{std::move(starts), {vColumns.size(), 1}, {vWeights.size(), 1}};
+    weights.vColumns.resize(vColumns.size());
+    weights.vWeights.resize(vWeights.size());
     std::ptrdiff_t begin = 0;
     for (const std::size_t row : order) {
-        const std::int64_t start = weights.starts[row], size = weights.starts[row + 1] - start;
-        std::copy_n(vColumns.begin() + begin, size, weights.columns.data() + start);
-        std::copy_n(vWeights.begin() + begin, size, weights.weights.data() + start);
+        const std::int64_t start = weights.vStarts[row], size = weights.vStarts[row + 1] - start;
+        std::copy_n(vColumns.begin() + begin, size, weights.vColumns.begin() + start);
+        std::copy_n(vWeights.begin() + begin, size, weights.vWeights.begin() + start);
         begin += size;
     }
     return weights;

@@ -5,6 +5,10 @@
 
 #include <vorn3d/geometry/interpolate.h>
 
+#include <cstddef>
+#include <cstdint>
+#include <vector>
+
 namespace VORN3D::python
 {
 
@@ -23,8 +27,8 @@ struct Rows
 /// there is no mesh.
 struct Locations
 {
-    Table<Index> simplices;
-    Table<std::uint8_t> kinds;
+    std::vector<Index> vSimplices;
+    std::vector<std::uint8_t> vKinds;
 };
 
 /// pStarts holds a tetrahedron for each point, where the walk starts; if it is null, and for -1, the walk
@@ -33,12 +37,12 @@ Locations locate(const Triangulation& triangulation, const Rows& points, const I
                  const Pulse& pulse);
 
 /// The same without kinds.
-Table<Index> findSimplices(const Triangulation& triangulation, const Rows& points, const Pulse& pulse);
+std::vector<Index> findSimplices(const Triangulation& triangulation, const Rows& points, const Pulse& pulse);
 
 /// The numbers of the k nearest vertices of each point, -1 where there are not as many; see
 /// kNearestVertices().
-Table<Index> findNearest(const Triangulation& triangulation, const Rows& points, std::size_t k,
-                         const Pulse& pulse);
+std::vector<Index> findNearest(const Triangulation& triangulation, const Rows& points, std::size_t k,
+                               const Pulse& pulse);
 
 /// How values at vertices are to be interpolated; see makeInterpolationMatrix(). Points that are outside by
 /// no more than the tolerance, in each coordinate, have the weights of the nearest place in the hull.
@@ -53,20 +57,21 @@ struct Interpolation
 /// `values` has a row for each point of the triangulation.
 struct InterpolatedValues
 {
-    Table<double> values;
-    Table<bool> found;
+    std::vector<double> vValues;
+    std::vector<std::uint8_t> vFound;
 };
 
 InterpolatedValues interpolate(const Triangulation& triangulation, const Interpolation& interpolation,
                                const Rows& points, const Rows& values, const Pulse& pulse);
 
-/// The weights in compressed rows: those of point i are weights[starts[i]] up to, without, weights[starts[i +
-/// 1]], and belong to the vertices with the numbers at the same places of columns.
+/// The weights in compressed rows: those of point i are vWeights[vStarts[i]] up to, without,
+/// vWeights[vStarts[i
+/// + 1]], and belong to the vertices with the numbers at the same places of vColumns.
 struct Weights
 {
-    Table<std::int64_t> starts;
-    Table<Index> columns;
-    Table<double> weights;
+    std::vector<std::int64_t> vStarts;
+    std::vector<Index> vColumns;
+    std::vector<double> vWeights;
 };
 
 Weights makeWeights(const Triangulation& triangulation, const Interpolation& interpolation,

@@ -267,10 +267,10 @@ class Delaunay:
     @property
     def nsimplex(self) -> int:
         """The number of simplices."""
-        return self._core.num_simplices()
+        return len(self.simplices)
 
-    def _mesh(self) -> tuple[NDArray[np.int32], NDArray[np.int32]]:
-        return self._compute_once("mesh", self._core.mesh)
+    def _arrays(self) -> tuple[NDArray[np.int32], NDArray[np.int32], NDArray[np.int32], NDArray[np.int32]]:
+        return self._compute_once("arrays", self._core.arrays)
 
     @property
     def simplices(self) -> NDArray[np.int32]:
@@ -278,12 +278,12 @@ class Delaunay:
 
         All are positively oriented: from corner 3, corners 0, 1 and 2 appear counter-clockwise.
         """
-        return self._mesh()[0]
+        return self._arrays()[0]
 
     @property
     def neighbors(self) -> NDArray[np.int32]:
         """The neighbours of the simplices, shape (nsimplex, 4): number k is opposite corner k, -1 on the hull."""
-        return self._mesh()[1]
+        return self._arrays()[1]
 
     @property
     def good(self) -> NDArray[np.int32]:
@@ -297,17 +297,17 @@ class Delaunay:
     @property
     def convex_hull(self) -> NDArray[np.int32]:
         """The facets of the hull as indices of points, shape (nfacets, 3), counter-clockwise from outside."""
-        return self._compute_once("convex_hull", self._core.hull_facets)
+        return self._compute_once("convex_hull", self._core.hull_triangles)
 
     @property
     def vertex_to_simplex(self) -> NDArray[np.int32]:
         """For each point a simplex of which it is a corner, shape (npoints,); -1 if there is none."""
-        return self._compute_once("vertex_to_simplex", self._core.vertex_to_simplex)
+        return self._arrays()[3]
 
     @property
     def point_to_vertex(self) -> NDArray[np.int32]:
         """For each point the first one equal to it, by which the other arrays call it, shape (npoints,). New."""
-        return self._compute_once("point_to_vertex", self._core.point_to_vertex)
+        return self._arrays()[2]
 
     @property
     def vertex_neighbor_vertices(self) -> tuple[NDArray[np.int32], NDArray[np.int32]]:
