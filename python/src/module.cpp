@@ -151,6 +151,17 @@ HullSurface readHullSurface(const Triangulation& triangulation)
     return makeHullSurface(triangulation.getMesh(), triangulation.getHandles());
 }
 
+std::tuple<Array<std::int64_t>, Array<Index>, double, double>
+bindHullPolygons(const Triangulation& triangulation)
+{
+    auto [polygons, area, volume] = read(triangulation, [](const Triangulation& t) {
+        const HullSurface surface = readHullSurface(t);
+        return std::tuple(mergeCoplanarTriangles(surface, t.getHandles()), surface.area, surface.volume);
+    });
+    return {toArray<std::int64_t>(std::move(polygons.vFirst)), toArray<Index>(std::move(polygons.vCorners)),
+            area, volume};
+}
+
 Matrix<Index, 3> bindHullTriangles(const Triangulation& triangulation)
 {
     return toMatrix<Index, 3>(std::move(read(triangulation, readHullSurface).vTriangles));
@@ -248,6 +259,7 @@ NB_MODULE(_core, m)
         .def("dimension", [](Self t) { return read(t, [](Self u) { return u.getMesh().getDimension(); }); })
         .def("arrays", &bindArrays)
         .def("hull_triangles", &bindHullTriangles)
+        .def("hull_polygons", &bindHullPolygons)
         .def("vertex_neighbors", &bindVertexNeighbors)
         .def("circumspheres", [](Self t) { return toMatrix<double, 4>(read(t, makeCircumspheres)); })
         .def("find_simplices", &bindFindSimplices, "points"_a)

@@ -5,11 +5,13 @@ cospherical points, duplicates and coordinates of any size are no trouble, and i
 The page ``docs/python.md`` of the project is the introduction.
 """
 
+from ._convex_hull import ConvexHull
 from ._delaunay import Delaunay, Location, LocationKind, Status
 from ._interpolation import LinearNDInterpolator, NaturalNeighborInterpolator
 from ._nearest import nearest
 
 __all__ = [
+    "ConvexHull",
     "Delaunay",
     "LinearNDInterpolator",
     "Location",

@@ -8,12 +8,18 @@ from scipy.spatial.tests import test_qhull as suite
 
 import vorn3d
 
-CLASSES = ["Delaunay"]
+CLASSES = ["ConvexHull", "Delaunay"]
 BATCHES = [f"random-3d-chunk-{size}" for size in (1, 4, 16)]
 CASES = [
     (suite.TestUtilities, "test_more_barycentric_transforms", {}),
     (suite.TestDelaunay, "test_nd_simplex", {}),
     *((suite.TestDelaunay, "test_incremental", {"name": name}) for name in BATCHES),
+    (suite.TestUtilities, "test_volume_area", {}),
+    (suite.TestUtilities, "test_random_volume_area", {}),
+    (suite.TestUtilities, "test_incremental_volume_area_random_input", {}),
+    (suite.TestConvexHull, "test_hull_consistency_tri", {"name": "random-3d"}),
+    *((suite.TestConvexHull, "test_incremental", {"name": name}) for name in BATCHES),
+    (suite.TestConvexHull, "test_volume_area", {}),
     (suite, "test_gh_20623", {"diagram_type": "Delaunay"}),
 ]
 
