@@ -13,7 +13,8 @@ __all__ = ["as_points", "as_queries", "refuse_qhull"]
 def as_doubles(values: ArrayLike) -> NDArray[np.float64]:
     """The values as an array of doubles in C order: itself, if it is one."""
     array = np.asanyarray(values)
-    if isinstance(array, np.ma.MaskedArray):
+    # numpy.ma is imported at its first mention, which takes longer than triangulating a thousand points.
+    if type(array) is not np.ndarray and isinstance(array, np.ma.MaskedArray):
         raise ValueError("a masked array has no place for its mask: give its valid rows, or fill it")
     if np.iscomplexobj(array):
         raise TypeError("coordinates must be real numbers")
