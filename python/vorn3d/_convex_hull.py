@@ -45,6 +45,9 @@ class ConvexHull(OnDelaunay):
     Which points are corners, and which triangles lie in one facet, is exact; equations, area and volume are rounded.
     Points that do not span space (see `Delaunay.status`) have a hull without facets.
 
+    All points are triangulated first, so that scipy's, which leaves out those inside, is ten times as fast where few
+    are on the hull.
+
     Examples
     --------
     >>> import numpy as np
