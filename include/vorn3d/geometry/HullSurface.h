@@ -31,8 +31,8 @@ struct HullSurface
     /// The numbers of the points on the surface, ascending.
     std::vector<std::uint32_t> vVertices;
 
-    double area = 0.0;
-    double volume = 0.0;
+    double area = 0.0;   ///< of all triangles
+    double volume = 0.0; ///< within
 };
 
 /// The surface of the hull, empty if there is no mesh. Points and tetrahedra are numbered as by
