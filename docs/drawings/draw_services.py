@@ -234,6 +234,59 @@ def draw_density():
     drawing.save("density.svg")
 
 
+def draw_hull():
+    drawing = start_mesh(PALE)
+    hull = sorted(POINTS[:8], key=lambda p: math.atan2(180 - p[1], p[0] - 225))
+    flat = between(POINTS[3], POINTS[4], 0.45)
+    drawing.polygon(hull, FILL, 0.4)
+    for p, q in zip(hull, hull[1:] + hull[:1]):
+        drawing.line(p, flat if p == POINTS[4] else q, MARK, 2.5, arrow=True)
+    drawing.line(flat, POINTS[3], MARK, 2.5, arrow=True)
+    draw_points(drawing, PALE)
+    for p in hull:
+        drawing.dot(p, MARK, 5)
+    drawing.dot(flat, NOTE, 5)
+    drawing.text((355, 225), "ON_EDGE", NOTE, 14, bold=True)
+    drawing.text((115, 25), "CORNER", MARK, 14, bold=True)
+    drawing.save("hull.svg")
+
+
+def draw_alpha():
+    """Points on a closed curve, and the complex at three radii."""
+    curve = []
+    for i in range(26):
+        angle = 2 * math.pi * i / 26 + 0.05 * math.sin(7 * i)
+        radius = 105 + 38 * math.cos(2 * angle)
+        curve.append((155 + radius * math.cos(angle), 105 - radius * math.sin(angle)))
+    triangles = triangulate(curve)
+    radii = {tuple(sorted(t)): circle_through(*t)[1] for t in triangles}
+    edges = {}
+    for corners, radius in radii.items():
+        for k in range(3):
+            edges.setdefault(tuple(sorted((corners[k], corners[k - 1]))), []).append(radius)
+    for (p, q), around in edges.items():
+        middle, half = between(p, q, 0.5), math.dist(p, q) / 2
+        empty = all(math.dist(middle, r) > half - 1e-9 for r in curve)
+        edges[p, q] = half if empty else min(around)
+    drawing = Drawing(930, 230)
+    for number, (name, ball) in enumerate((("open", 14), ("closed around a void", 21), ("without voids", 80))):
+        def moved(p, x=310 * number):
+            return (p[0] + x, p[1])
+        inside = [t for t, radius in radii.items() if radius <= ball]
+        if number == 1:
+            drawing.polygon([moved(p) for p in curve], GREEN, 0.5)
+        for triangle in inside:
+            drawing.polygon([moved(p) for p in triangle])
+        for (p, q), radius in edges.items():
+            drawing.line(moved(p), moved(q), MARK if radius <= ball else PALE, 2.5 if radius <= ball else 0.6)
+        for p in curve:
+            drawing.dot(moved(p), INK, 3.5)
+        x, y = moved((155, 105))
+        drawing.parts.append(f'<circle cx="{x}" cy="{y}" r="{ball}" fill="none" stroke="{NOTE}" stroke-width="2"/>')
+        drawing.text((x, 215), name, bold=True)
+    drawing.save("alpha.svg")
+
+
 if __name__ == "__main__":
     draw_locate()
     draw_nearest()
@@ -241,3 +294,5 @@ if __name__ == "__main__":
     draw_interpolation()
     draw_quality()
     draw_density()
+    draw_hull()
+    draw_alpha()
