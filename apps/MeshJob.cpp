@@ -60,7 +60,7 @@ void MeshJob::triangulate(std::vector<Point3> vPoints, const Stopwatch& reading)
     summary.secondsReading = reading.getSeconds();
     summary.numPoints = vPoints.size();
     const Stopwatch inserting;
-    showProgress("triangulating", [&] { triangulation.insert(vPoints); });
+    showProgress("triangulating", [&] { triangulation.insert(vPoints, vHandles); });
     summary.secondsTriangulating = inserting.getSeconds();
     summary.counts = countMesh(triangulation);
     summary.addTo(report);

@@ -60,6 +60,7 @@ public:
     const MeshOptions& options;
     Report& report;
     Vorn_3D triangulation;
+    std::vector<Point3*> vHandles; ///< of the points, in the order of the file
     Summary summary;
 };
 

@@ -14,6 +14,8 @@ namespace VORN3D::program
 using AddCommand = void(CLI::App& app, ExitStatus& status);
 
 AddCommand addTriangulateCommand;
+AddCommand addHullCommand;
+AddCommand addAlphaCommand;
 AddCommand addInterpolateCommand;
 AddCommand addNearestCommand;
 AddCommand addGenerateCommand;

@@ -1,4 +1,4 @@
-// Doubles as eight bytes, least significant first, on machines of either byte order.
+// Floating-point numbers as bytes, least significant first, on machines of either byte order.
 #pragma once
 
 #include <array>
@@ -9,6 +9,7 @@ namespace VORN3D::program
 {
 
 using DoubleBytes = std::array<char, 8>;
+using FloatBytes = std::array<char, 4>;
 
 inline double decodeLittleEndian(const char* pBytes)
 {
@@ -20,16 +21,28 @@ inline double decodeLittleEndian(const char* pBytes)
     return value;
 }
 
-inline DoubleBytes encodeLittleEndian(double value)
+template <typename Bits, typename Number>
+std::array<char, sizeof(Bits)> encodeBits(Number value)
 {
-    std::uint64_t bits = 0;
+    static_assert(sizeof(Bits) == sizeof(Number));
+    Bits bits = 0;
     std::memcpy(&bits, &value, sizeof bits);
-    DoubleBytes bytes{};
+    std::array<char, sizeof(Bits)> bytes{};
     for (char& byte : bytes) {
         byte = static_cast<char>(bits & 0xff);
         bits >>= 8;
     }
     return bytes;
+}
+
+inline DoubleBytes encodeLittleEndian(double value)
+{
+    return encodeBits<std::uint64_t>(value);
+}
+
+inline FloatBytes encodeLittleEndian(float value)
+{
+    return encodeBits<std::uint32_t>(value);
 }
 
 } // namespace VORN3D::program

@@ -64,4 +64,10 @@ void writePicture(const Vorn_3D& /*triangulation*/, const std::string& /*quantit
     fail(file.getPath());
 }
 
+void writeSurfacePicture(const std::vector<const Point3*>& /*vPoints*/, const Surface& /*surface*/,
+                         OutputFile& file)
+{
+    fail(file.getPath());
+}
+
 } // namespace VORN3D::program

@@ -1,5 +1,6 @@
 #include "output/meshWriters.h"
 
+#include "output/surfaceWriters.h"
 #include "output/unstoppableWork.h"
 
 #include "vorn3d/Vorn_3D.h"
@@ -21,6 +22,25 @@ void checkSceneIsComplete(const OutputFile& file)
     std::string end;
     if (!(scene >> end) || end != "}")
         throw std::runtime_error(file.getPath() + ": the scene could not be written");
+}
+
+Surface makeHull(const Mesh& mesh)
+{
+    std::vector<std::array<std::uint32_t, 3>> vTriangles;
+    for (const auto& [a, b, c] : mesh.vHullFacets)
+        vTriangles.push_back(
+            {static_cast<std::uint32_t>(a), static_cast<std::uint32_t>(b), static_cast<std::uint32_t>(c)});
+    return makeSurface(mesh.vVertices, vTriangles);
+}
+
+void writePly(const MeshSource& source, OutputFile& file)
+{
+    writePlySurface(makeHull(source.mesh), file);
+}
+
+void writeOff(const MeshSource& source, OutputFile& file)
+{
+    writeOffSurface(makeHull(source.mesh), file);
 }
 
 void writeScene(const MeshSource& source, OutputFile& file)

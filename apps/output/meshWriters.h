@@ -31,7 +31,5 @@ WriteMeshFunction writeMedit;
 WriteMeshFunction writeTetgenNodes;
 WriteMeshFunction writeTetgenElements;
 WriteMeshFunction writeTetgenNeighbors;
-WriteMeshFunction writePly;
-WriteMeshFunction writeOff;
 
 } // namespace VORN3D::program

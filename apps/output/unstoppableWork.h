@@ -13,4 +13,7 @@ namespace VORN3D::program
 /// and the exit status of an interruption, whatever the work is at.
 void doUnstoppableWork(const std::string& label, OutputFile& file, const std::function<void()>& work);
 
+/// The same without a file.
+void doUnstoppableWork(const std::string& label, const std::function<void()>& work);
+
 } // namespace VORN3D::program

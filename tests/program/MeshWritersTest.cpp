@@ -1,6 +1,7 @@
 // Mesh files, byte for byte: two tetrahedra with a common facet, of points of which one comes twice.
 #include "output/meshWriters.h"
 #include "TemporaryDirectory.h"
+#include "output/surfaceWriters.h"
 
 #include "vorn3d/Vorn_3D.h"
 #include "vorn3d/hosting.h"
@@ -51,6 +52,42 @@ TEST(MeshWriters, WriteEveryNumberInItsPlace)
         EXPECT_EQ(directory.read(name), text) << name;
     }
     setMessageStream(pEarlier);
+}
+
+TEST(SurfaceWriters, WriteEveryNumberInItsPlace)
+{
+    // A pyramid on a square; the second point is not of it.
+    const TemporaryDirectory directory;
+    const std::vector<Point3> vPoints{{0, 0, 0}, {9, 9, 9}, {2, 0, 0}, {2, 2, 0}, {0, 2, 0}, {1, 1, 0.5}};
+    std::vector<const Point3*> vHandles;
+    for (const Point3& p : vPoints)
+        vHandles.push_back(&p);
+    const Surface surface =
+        makeSurface(vHandles, {0, 4, 3, 2, 0, 2, 5, 2, 3, 5, 3, 4, 5, 4, 0, 5}, {4, 7, 10, 13, 16});
+    const auto write = [&](const std::string& name) {
+        OutputFile file(directory.getPath(name));
+        chooseFormatOfExtension(getSurfaceFormats(), name).pFunction(surface, file);
+        file.commit();
+        return directory.read(name);
+    };
+    const std::string vertices = "0 0 0\n2 0 0\n2 2 0\n0 2 0\n1 1 0.5\n";
+    const std::string faces = "4 0 3 2 1\n3 0 1 4\n3 1 2 4\n3 2 3 4\n3 3 0 4\n";
+    EXPECT_EQ(write("a.off"), "OFF\n5 5 0\n" + vertices + faces);
+    const std::string ply = write("a.ply");
+    EXPECT_EQ(ply.substr(ply.find("end_header")), "end_header\n" + vertices + faces);
+    EXPECT_NE(ply.find("element face 5\nproperty list uchar int"), std::string::npos);
+    EXPECT_EQ(write("a.obj"), "v 0 0 0\nv 2 0 0\nv 2 2 0\nv 0 2 0\nv 1 1 0.5\n"
+                              "f 1 4 3 2\nf 1 2 5\nf 2 3 5\nf 3 4 5\nf 4 1 5\n");
+
+    // The square as two triangles. 0, 1, 2 and 0.5 as floats, the least significant byte first.
+    const std::string stl = write("a.stl");
+    ASSERT_EQ(stl.size(), 84u + 6 * 50);
+    EXPECT_EQ(stl.substr(80, 4), std::string("\6\0\0\0", 4));
+    const std::string zero(4, '\0'), one("\0\0\x80\x3f", 4), two("\0\0\0\x40", 4), half("\0\0\0\x3f", 4);
+    const std::string down("\0\0\x80\xbf", 4), end(2, '\0');
+    EXPECT_EQ(stl.substr(84 + 50, 50),
+              zero + zero + down + zero + zero + zero + two + two + zero + two + zero + zero + end);
+    EXPECT_EQ(stl.substr(84 + 100 + 12, 38), zero + zero + zero + two + zero + zero + one + one + half + end);
 }
 
 } // namespace

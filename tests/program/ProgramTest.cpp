@@ -10,6 +10,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <iomanip>
 #include <map>
 #include <set>
 
@@ -223,14 +224,94 @@ TEST_F(Program, FindsNearestPoints)
     }
 }
 
+/// The triangles of a surface as OFF, without blanks before the first number of a line.
+std::vector<std::array<std::size_t, 3>> parseTriangles(const std::string& text, std::size_t& numVertices)
+{
+    std::istringstream stream(text);
+    std::string magic;
+    std::size_t numFaces = 0, numEdges = 0;
+    stream >> magic >> numVertices >> numFaces >> numEdges;
+    EXPECT_EQ(magic, "OFF");
+    double x = 0, y = 0, z = 0;
+    for (std::size_t i = 0; i < numVertices; ++i)
+        stream >> x >> y >> z;
+    std::vector<std::array<std::size_t, 3>> vTriangles(numFaces);
+    for (auto& [a, b, c] : vTriangles) {
+        std::size_t num = 0;
+        stream >> num >> a >> b >> c;
+        EXPECT_EQ(num, 3u);
+    }
+    EXPECT_TRUE(stream);
+    return vTriangles;
+}
+
+TEST_F(Program, FindsTheSurfaceOfAScan)
+{
+    const std::string scan = "vorn3d alpha " VORN3D_DATA_DIR "/spot/spot.xyz --json ";
+    const Outcome outcome = run(scan + "-o cow.off");
+    ASSERT_EQ(outcome.status, exitSuccess) << outcome.errors;
+    const auto report = nlohmann::json::parse(outcome.output);
+    EXPECT_EQ(report.at("filled"), true);
+    EXPECT_EQ(report.at("solids"), 1);
+    EXPECT_GT(report.at("points_on_the_surface"), 11500);
+    std::size_t numVertices = 0;
+    const auto vTriangles = parseTriangles(m_directory.read("cow.off"), numVertices);
+    EXPECT_EQ(report.at("points_on_the_surface"), numVertices);
+    EXPECT_EQ(vTriangles.size(), 2 * numVertices - 4) << "Euler's relation of a sphere";
+    std::set<std::pair<std::size_t, std::size_t>> edges;
+    for (const auto& [a, b, c] : vTriangles)
+        for (const auto& edge : {std::pair(a, b), std::pair(b, c), std::pair(c, a)})
+            EXPECT_TRUE(edges.insert(edge).second);
+    for (const auto& [a, b] : edges)
+        EXPECT_EQ(edges.count({b, a}), 1u);
+
+    const auto all = nlohmann::json::parse(run(scan + "--alpha inf").output);
+    const auto hull =
+        nlohmann::json::parse(run("vorn3d hull --json " VORN3D_DATA_DIR "/spot/spot.xyz").output);
+    EXPECT_NEAR(all.at("volume"), hull.at("volume"), 1e-12);
+    EXPECT_NEAR(all.at("area"), hull.at("area"), 1e-12);
+    const auto solid = nlohmann::json::parse(run(scan + "--alpha solid").output);
+    EXPECT_EQ(solid.at("solids"), 1);
+    EXPECT_GT(solid.at("alpha"), report.at("alpha"));
+    // From that alpha on, with what is enclosed or without, and the triangles that enclose it.
+    std::ostringstream alpha;
+    alpha << std::setprecision(17) << "--alpha " << report.at("alpha").get<double>();
+    EXPECT_EQ(nlohmann::json::parse(run(scan + alpha.str() + " --fill").output).at("volume"),
+              report.at("volume"));
+    const auto open = nlohmann::json::parse(run(scan + alpha.str() + " --singular -o open.off").output);
+    EXPECT_LT(open.at("volume"), 0.1 * report.at("volume").get<double>());
+    EXPECT_EQ(parseTriangles(m_directory.read("open.off"), numVertices).size(),
+              open.at("triangles").get<std::size_t>() + open.at("singular_triangles").get<std::size_t>());
+}
+
+TEST_F(Program, MakesTheHullOfAGrid)
+{
+    const Outcome outcome = run("vorn3d generate --shape grid -n 27 -o - |"
+                                " vorn3d hull - --polygons -o a.off -o a.stl -o a.obj --json;"
+                                " vorn3d generate --shape grid -n 27 -o - | vorn3d hull - -o b.off >b.txt");
+    ASSERT_EQ(outcome.status, exitSuccess) << outcome.errors;
+    const auto report = nlohmann::json::parse(outcome.output);
+    EXPECT_EQ(report.at("points_on_the_hull"), 26);
+    EXPECT_EQ(report.at("corners"), 8);
+    EXPECT_EQ(report.at("flat_sides"), 6);
+    EXPECT_EQ(report.at("area"), 24);
+    EXPECT_EQ(report.at("volume"), 8);
+    EXPECT_EQ(m_directory.read("a.off").substr(0, 10), "OFF\n8 6 0\n");
+    EXPECT_EQ(m_directory.read("a.stl").size(), 84u + 12 * 50);
+    std::size_t numVertices = 0;
+    EXPECT_EQ(parseTriangles(m_directory.read("b.off"), numVertices).size(), 48u);
+    EXPECT_EQ(numVertices, 26u);
+}
+
 // In the foreground, timeout signals its child alone; else also the group, and a second signal ends the
 // program without a word.
 TEST_F(Program, StopsWhenInterrupted)
 {
     const std::string interrupted = "timeout --foreground --preserve-status --signal INT ";
-    run("vorn3d generate -n 3000000 -o large.bin");
+    run("vorn3d generate -n 3000000 -o large.bin; vorn3d generate --shape sphere -n 200000 -o sphere.bin");
     for (const std::string command :
-         {"1 " VORN3D_PROGRAM " triangulate large.bin", "1 " VORN3D_PROGRAM " triangulate - < <(sleep 4)"}) {
+         {"1 " VORN3D_PROGRAM " triangulate large.bin", "1 " VORN3D_PROGRAM " triangulate - < <(sleep 4)",
+          "2 " VORN3D_PROGRAM " alpha sphere.bin"}) {
         const Outcome outcome = run("bash -c '" + interrupted + command + "'");
         EXPECT_EQ(outcome.status, exitInterrupted) << command;
         EXPECT_EQ(outcome.errors, "vorn3d: interrupted\n");
@@ -313,6 +394,10 @@ TEST_F(Program, RefusesUnusableArgumentsWithStatus2)
                                         "interpolate a.xyz",
                                         "nearest -k 0 a.xyz b.xyz",
                                         "nearest a.xyz b.xyz -o a.vtu",
+                                        "hull a.xyz -o a.vtu",
+                                        "alpha a.xyz --alpha -1",
+                                        "alpha a.xyz --alpha nan",
+                                        "alpha a.xyz --alpha 1cm",
                                         "interpolate a.bin b.xyz",
                                         "interpolate --method cubic a.csv b.xyz"}) {
         const Outcome outcome = run("vorn3d " + arguments);
@@ -360,8 +445,9 @@ TEST_F(Program, ShowsTheLibrarysMessagesWhenAsked)
 
 TEST_F(Program, ExplainsItself)
 {
-    for (const std::string arguments : {"--help", "--version", "triangulate --help", "generate --help",
-                                        "interpolate --help", "nearest --help"}) {
+    for (const std::string arguments :
+         {"--help", "--version", "triangulate --help", "generate --help", "interpolate --help",
+          "nearest --help", "hull --help", "alpha --help"}) {
         const Outcome outcome = run("vorn3d " + arguments);
         EXPECT_EQ(outcome.status, exitSuccess);
         EXPECT_EQ(outcome.errors, "");
@@ -448,6 +534,10 @@ TEST_F(Program, DrawsPicturesWithoutADisplay)
         images.insert(image);
     }
     EXPECT_EQ(images.size(), 3u) << "the colours tell the quantity";
+    const Outcome surface = run("unset DISPLAY; export ASAN_OPTIONS=detect_leaks=0;"
+                                " vorn3d alpha --picture a.png " VORN3D_DATA_DIR "/spot/spot.xyz");
+    EXPECT_EQ(surface.errors, "");
+    EXPECT_GT(m_directory.read("a.png").size(), 100000u) << "points and a surface";
     EXPECT_EQ(m_directory.list(), "a.png ");
 }
 

@@ -2,9 +2,8 @@
 #include "output/picture.h"
 
 #include "InputError.h"
-#include "VirtualDisplay.h"
-#include "VtkObservers.h"
-#include "output/unstoppableWork.h"
+#include "Progress.h"
+#include "output/rendering.h"
 
 #include "vorn3d/Vorn_3D.h"
 #include "vorn3d/geometry/MeshQuality.h"
@@ -14,7 +13,6 @@
 #include <vtkCellData.h>
 #include <vtkColorTransferFunction.h>
 #include <vtkDoubleArray.h>
-#include <vtkPNGWriter.h>
 #include <vtkPolyData.h>
 #include <vtkPolyDataMapper.h>
 #include <vtkProperty.h>
@@ -22,10 +20,8 @@
 #include <vtkRenderer.h>
 #include <vtkScalarBarActor.h>
 #include <vtkTextProperty.h>
-#include <vtkWindowToImageFilter.h>
 
 #include <algorithm>
-#include <array>
 #include <cmath>
 #include <functional>
 
@@ -82,36 +78,17 @@ Point3 getCentroid(const Tet3& tet)
     return Point3(0, 0, 0) + sum;
 }
 
-/// Where the mesh is cut and looked at from. The cut is across the axis in which the mesh is thinnest, which
-/// opens its largest section.
-struct View
+/// The cut is across the axis in which the mesh is thinnest, which opens its largest section.
+bool isCutAway(const View& view, const Tet3& tet)
 {
-    int axis;
-    Point3 center;
-
-    bool isCutAway(const Tet3& tet) const
-    {
-        return getCentroid(tet).getCoordinates()[axis] > center.getCoordinates()[axis];
-    }
-};
-
-View chooseView(const Vorn_3D& triangulation)
-{
-    std::vector<Point3*> vVertices;
-    triangulation.getVertices(vVertices);
-    Bbox3 box;
-    for (const Point3* pVtx : vVertices)
-        box.add(*pVtx);
-    const std::array<double, 3> ranges{box.getRangeX(), box.getRangeY(), box.getRangeZ()};
-    const auto axis = std::min_element(ranges.begin(), ranges.end()) - ranges.begin();
-    return {static_cast<int>(axis), box.getMinPoint() + (box.getMaxPoint() - box.getMinPoint()) / 2.0};
+    return getCentroid(tet).getCoordinates()[view.axis] > view.center.getCoordinates()[view.axis];
 }
 
 /// Whether a tetrahedron lies at the surface of what the cut leaves.
 bool isAtSurface(const Tet3& tet, const View& view)
 {
     for (int i = 0; i < 4; ++i)
-        if (tet.getOppTet(i) == nullptr || view.isCutAway(*tet.getOppTet(i)))
+        if (tet.getOppTet(i) == nullptr || isCutAway(view, *tet.getOppTet(i)))
             return true;
     return false;
 }
@@ -126,11 +103,11 @@ std::vector<const Tet3*> findVisible(const Vorn_3D& triangulation, const View& v
     std::vector<const Tet3*> vVisible;
     for (const Tet3* pTet : vTets) {
         progress.update(numDone++);
-        if (view.isCutAway(*pTet) || !isAtSurface(*pTet, view))
+        if (isCutAway(view, *pTet) || !isAtSurface(*pTet, view))
             continue;
         vVisible.push_back(pTet);
         for (int i = 0; i < 4; ++i)
-            if (const Tet3* pBehind = pTet->getOppTet(i); pBehind != nullptr && !view.isCutAway(*pBehind))
+            if (const Tet3* pBehind = pTet->getOppTet(i); pBehind != nullptr && !isCutAway(view, *pBehind))
                 vVisible.push_back(pBehind);
     }
     std::sort(vVisible.begin(), vVisible.end(), std::less<>());
@@ -228,61 +205,23 @@ void addSurface(vtkRenderer& renderer, vtkPolyData& surface, const Quantity& qua
     renderer.AddActor2D(pLegend);
 }
 
-/// Looks at the cut obliquely, from the side that was taken away.
-void aimCamera(vtkRenderer& renderer, const View& view)
-{
-    std::array<double, 3> position{};
-    std::array<double, 3> up{};
-    const auto axis = static_cast<std::size_t>(view.axis);
-    position[axis] = 1.0;
-    position[(axis + 1) % 3] = 0.35;
-    position[(axis + 2) % 3] = 0.45;
-    up[(axis + 1) % 3] = 1.0;
-    vtkCamera* pCamera = renderer.GetActiveCamera();
-    pCamera->SetFocalPoint(0, 0, 0);
-    pCamera->SetPosition(position.data());
-    pCamera->SetViewUp(up.data());
-    renderer.ResetCamera();
-    pCamera->Zoom(1.2);
-    // To the left, beside the legend.
-    pCamera->SetWindowCenter(0.12, 0.0);
-}
-
-void render(vtkRenderer& renderer, const std::string& path)
-{
-    const vtkNew<vtkRenderWindow> pWindow;
-    pWindow->OffScreenRenderingOn();
-    pWindow->SetSize(1200, 900);
-    pWindow->SetMultiSamples(8);
-    pWindow->AddRenderer(&renderer);
-    pWindow->Render();
-    const vtkNew<vtkWindowToImageFilter> pImage;
-    pImage->SetInput(pWindow);
-    pImage->ReadFrontBufferOff();
-    const vtkNew<vtkPNGWriter> pWriter;
-    pWriter->SetInputConnection(pImage->GetOutputPort());
-    pWriter->SetCompressionLevel(9);
-    pWriter->SetFileName(path.c_str());
-    pWriter->Write();
-}
-
 } // namespace
 
 void writePicture(const Vorn_3D& triangulation, const std::string& quantityName, OutputFile& file)
 {
     const Quantity& quantity = findQuantity(quantityName);
-    const View view = chooseView(triangulation);
+    std::vector<Point3*> vVertices;
+    triangulation.getVertices(vVertices);
+    const View view = chooseView({vVertices.begin(), vVertices.end()});
     const std::vector<const Tet3*> vVisible = findVisible(triangulation, view);
-    doUnstoppableWork("rendering " + file.getPath(), file, [&] {
-        const VtkMessages messages;
-        const VirtualDisplay display;
+    renderInto(file, {1200, 900}, [&](vtkRenderWindow& window) {
         const vtkNew<vtkRenderer> pRenderer;
         pRenderer->SetBackground(1.0, 1.0, 1.0);
         addSurface(*pRenderer, *makeSurface(vVisible, view, quantity), quantity);
         aimCamera(*pRenderer, view);
-        render(*pRenderer, file.getWritablePath());
-        if (messages.hasError())
-            throw std::runtime_error(file.getPath() + ": " + messages.getFirstError("VTK could not draw"));
+        // To the left, beside the legend.
+        pRenderer->GetActiveCamera()->SetWindowCenter(0.12, 0.0);
+        window.AddRenderer(pRenderer);
     });
 }
 
