@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <fstream>
 #include <random>
 #include <stdexcept>
 
@@ -288,6 +289,24 @@ Points makeGeoreferencedOrigin(std::size_t num, std::uint64_t seed)
     return vPoints;
 }
 
+Points makeTorus(std::size_t num, std::uint64_t seed)
+{
+    Random random(seed);
+    return collect(num, [&] {
+        const double a = random.angle(), b = random.angle(), distance = 2.0 + std::cos(b);
+        return Xyz{distance * std::cos(a), distance * std::sin(a), std::sin(b)};
+    });
+}
+
+Points readScan(std::size_t num, std::uint64_t /*seed*/)
+{
+    std::ifstream file(BENCH_DATA_DIR "/spot/spot.xyz");
+    Points vPoints;
+    for (Xyz p; vPoints.size() < num && file >> p.x >> p.y >> p.z;)
+        vPoints.push_back(p);
+    return vPoints;
+}
+
 } // namespace
 
 const std::vector<Family>& getFamilies()
@@ -317,6 +336,8 @@ const std::vector<Family>& getFamilies()
         {"duplicates", "each point a thousand times", true, makeDuplicates},
         {"flat", "all on a plane: no mesh", true, makeFlat},
         {"line", "all on a line: no mesh", true, makeLine},
+        {"torus", "on a torus, rounded", true, makeTorus},
+        {"scan", "the first of the points scanned from a cow", true, readScan},
     };
     return vFamilies;
 }

@@ -1,6 +1,7 @@
 #pragma once
-// The point sets of the benchmarks. They are computed, not read, so that every library gets the same points
-// in the same order, and anybody can repeat a row from its name and size.
+// The point sets of the benchmarks. They are computed, not read, but for a scan that comes with the sources,
+// so that every library gets the same points in the same order, and anybody can repeat a row from its name
+// and size.
 
 #include <cstddef>
 #include <cstdint>

@@ -50,6 +50,8 @@ DIAGNOSTIC_ROWS = [("uniform", 100_000), ("uniform", 1_000_000)]
 LOOP_SECONDS = 0.2
 # What is timed inside the process, by programs of these names.
 IN_PROCESS = ["loops", "services"]
+# The filtrations of alpha complexes, and whether the mesh, and so the filtration, is the only one.
+ALPHA_ROWS = {("scan", 11_533): True, ("torus", 20_000): True, ("torus", 125_000): True, ("grid", 125_000): False}
 
 
 def parse_arguments():
@@ -58,9 +60,11 @@ def parse_arguments():
     parser.add_argument("--quick", action="store_true",
                         help=f"rows up to {QUICK_SIZE} points, {QUICK_TIMEOUT} s a run")
     parser.add_argument("--rows", metavar="PATTERN", action="append",
-                        help="rows to run, such as 'uniform/*', 'grid/1000000', 'loops' or 'services' (repeatable)")
+                        help="rows to run, such as 'uniform/*', 'grid/1000000', 'alpha', 'loops' or 'services' "
+                             "(repeatable)")
     parser.add_argument("--libraries", metavar="NAMES",
-                        help=f"comma-separated choice of {OURS},{DIAGNOSTIC},{YARDSTICK},TetGen,Qhull,nanoflann")
+                        help=f"comma-separated choice of {OURS},{DIAGNOSTIC},{YARDSTICK},TetGen,Qhull,nanoflann,"
+                             "'CGAL fast',GUDHI,'GUDHI fast'")
     parser.add_argument("--repetitions", type=int, default=3, metavar="N", help="runs of each row (default 3)")
     parser.add_argument("--timeout", type=float, default=120, metavar="SECONDS",
                         help="a run that takes longer is given up, with the larger rows of its input (default 120)")
@@ -98,6 +102,9 @@ def find_programs(options, kind):
         "TetGen": options.release / f"{kind}_tetgen",
         "Qhull": options.release / f"{kind}_qhull",
         "nanoflann": options.release / f"{kind}_nanoflann",
+        "CGAL fast": options.release / f"{kind}_cgal_fast",
+        "GUDHI": options.release / f"{kind}_gudhi",
+        "GUDHI fast": options.release / f"{kind}_gudhi_fast",
     }
     wanted = options.libraries.split(",") if options.libraries else list(programs)
     return {library: path for library, path in programs.items() if library in wanted and path.exists()}
@@ -132,9 +139,9 @@ def run_once(program, family, size, timeout):
     return {"status": "ok", **json.loads(report)}
 
 
-def run_rows(options, rows, runs):
+def run_rows(options, kind, rows, runs):
     """Appends to runs. A library that failed or took too long is spared the rest of the family."""
-    programs = find_programs(options, "run")
+    programs = find_programs(options, kind)
     given_up = set()
     for family, size in rows:
         for repetition in range(options.repetitions):
@@ -329,9 +336,46 @@ def services_table(measured, clock):
                       ["service", "points", *libraries, f"{OURS} / quickest peer"], lines)
 
 
+def alpha_table(results):
+    """Seconds for mesh and filtration, and for a surface of those who make one."""
+    libraries = results.libraries()
+
+    def line(row, what, key):
+        simplices = sum(results.finished(row, OURS)[0]["counts"][-1])
+        times = {library: results.median(row, library, key) for library in libraries}
+        # Who makes no surface tells of -1 triangles.
+        times = {library: time for library, time in times.items() if time is not None
+                 and (what == "filtration" or results.finished(row, library)[0]["triangles"] >= 0)}
+        peers = [time for library, time in times.items() if library != OURS]
+        status = {library: runs[0]["status"] for library, runs in results.runs[row].items() if what == "filtration"}
+        cells = [show(times[library]) if library in times else status.get(library, "") for library in libraries]
+        return [f"{row.split('/')[0]}, {what}", show(results.median(row, OURS, "points"), "{:,}"),
+                f"{simplices:,}", *cells, show(times[OURS] / min(peers) if peers else None, "{:.2f}")]
+
+    rows = [row for row in results.rows() if results.finished(row, OURS)]
+    lines = [line(row, "filtration", results.seconds_key) for row in rows]
+    lines += [line(row, "surface", "surfaceCpuSeconds" if results.seconds_key == "cpuSeconds" else "surfaceSeconds")
+              for row in rows]
+    return make_table("Alpha complexes, seconds",
+                      ["input", "points", "simplices", *libraries, f"{OURS} / quickest peer"], lines)
+
+
+def alpha_disagreements(results):
+    """What libraries with exact comparisons count differently, at the alphas of benchmarks/Alpha.h."""
+    faults = []
+    for (family, size), is_unique in ALPHA_ROWS.items():
+        row = f"{family}/{size}"
+        runs = [run for library in results.runs.get(row, []) for run in results.finished(row, library)
+                if run["exact"]]
+        triangles = {run["triangles"] for run in runs if run["triangles"] >= 0}
+        if is_unique and (len({str(run["counts"]) for run in runs}) > 1 or len(triangles) > 1):
+            faults.append(f"alpha {row}: the libraries disagree on the simplices at some alpha")
+    return faults
+
+
 def describe_measurement(measured, clock):
     machine = ", ".join(f"{key} {value}" for key, value in measured["machine"].items())
-    entries = measured["runs"] + measured["services"]
+    entries = measured["runs"] + measured["services"] + measured["alpha"]
     load = statistics.median([entry["load"] for entry in entries] or [0.0])
     return f"Medians of {clock} time; {machine}, median load {load:.1f}."
 
@@ -358,22 +402,30 @@ def main():
     options = parse_arguments()
     rows = select_rows(options)
     if options.list:
-        print("\n".join([*(f"{family}/{size}" for family, size in rows), *IN_PROCESS]))
+        print("\n".join([*(f"{family}/{size}" for family, size in rows), "alpha", *IN_PROCESS]))
         return 0
     options.out.mkdir(parents=True, exist_ok=True)
     results_file = options.out / "results.json"
     if not options.tables_only:
-        measured = {"machine": describe_machine(), "runs": [], **{kind: [] for kind in IN_PROCESS}}
+        measured = {"machine": describe_machine(), "runs": [], "alpha": [], **{kind: [] for kind in IN_PROCESS}}
+
+        def is_wanted(kind):
+            return any(fnmatch.fnmatch(kind, pattern) for pattern in options.rows or ["*"])
+
         try:
-            run_rows(options, rows, measured["runs"])
+            run_rows(options, "run", rows, measured["runs"])
+            if is_wanted("alpha"):
+                run_rows(options, "alpha", ALPHA_ROWS, measured["alpha"])
             for kind in IN_PROCESS:
-                if any(fnmatch.fnmatch(kind, pattern) for pattern in options.rows or ["*"]):
+                if is_wanted(kind):
                     run_in_process(options, kind, measured[kind])
         finally:
             results_file.write_text(json.dumps(measured, indent=1))
     measured = json.loads(results_file.read_text())
     report, faults = make_report(Results(measured, options.clock), options.clock)
-    reports = {"tables": report, "services": services_table(measured, options.clock)}
+    alpha = Results({"runs": measured["alpha"]}, options.clock)
+    faults += alpha.failures() + alpha_disagreements(alpha)
+    reports = {"tables": report, "services": services_table(measured, options.clock), "alpha": alpha_table(alpha)}
     heading = describe_measurement(measured, options.clock)
     text = "\n".join([heading, "", *filter(None, reports.values())])
     (options.out / "tables.md").write_text(text + "\n")

@@ -1,4 +1,4 @@
-// One source for all benchmark programs: BENCH_MEASUREMENT (runWhole, runLoops or runServices, in
+// One source for all benchmark programs: BENCH_MEASUREMENT (runWhole, runAlpha, runLoops or runServices, in
 // BENCH_MEASUREMENT_HEADER) of BENCH_LIBRARY (in BENCH_LIBRARY_HEADER).
 #include BENCH_LIBRARY_HEADER
 #include BENCH_MEASUREMENT_HEADER
