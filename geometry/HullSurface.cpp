@@ -1,6 +1,7 @@
 #include "vorn3d/geometry/HullSurface.h"
 
 #include "cornerTables.h"
+#include "hullSurfaceOfMesh.h"
 #include "nalo_tools/assertion.h"
 #include "predicates.h"
 #include "vectors.h"
@@ -255,14 +256,19 @@ private:
 
 } // namespace
 
-HullSurface makeHullSurface(const Vorn_3D& dt, const std::vector<Point3*>& vUserHandles)
+HullSurface makeHullSurface(const MeshArrays& mesh, const std::vector<Point3*>& vHandles)
 {
     HullSurface surface;
-    listTriangles(dt.getArrays(vUserHandles), surface);
+    listTriangles(mesh, surface);
     linkTriangles(surface);
     listVertices(surface);
-    measure(vUserHandles, surface);
+    measure(vHandles, surface);
     return surface;
+}
+
+HullSurface makeHullSurface(const Vorn_3D& dt, const std::vector<Point3*>& vUserHandles)
+{
+    return makeHullSurface(dt.getArrays(vUserHandles), vUserHandles);
 }
 
 HullPolygons mergeCoplanarTriangles(const HullSurface& surface, const std::vector<Point3*>& vUserHandles)

@@ -37,21 +37,6 @@ void forEachPair(const Use& use)
             use(i, j);
 }
 
-/// The frame of a tetrahedron, in which its extent is of ordinary size.
-LocalFrame makeFrame(const Corners& corners)
-{
-    const auto getHalfExtent = [&](const Point3* p) {
-        return std::max({std::fabs(p->x() / 2 - corners[0]->x() / 2),
-                         std::fabs(p->y() / 2 - corners[0]->y() / 2),
-                         std::fabs(p->z() / 2 - corners[0]->z() / 2)});
-    };
-    const Point3* pFarthest =
-        *std::max_element(corners.begin(), corners.end(), [&](const Point3* a, const Point3* b) {
-            return getHalfExtent(a) < getHalfExtent(b);
-        });
-    return {*corners[0], *pFarthest};
-}
-
 /// Measures a tetrahedron in its frame.
 class TetGauge
 {

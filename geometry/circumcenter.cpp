@@ -7,6 +7,7 @@
 // denominator are evaluated in integers.
 #include "circumcenter.h"
 
+#include "crossProduct.h"
 #include "predicates/FloatFilter.h"
 #include "predicates/IntegerRows.h"
 #include "scaledDouble.h"
@@ -24,15 +25,6 @@ constexpr double LEAST_ORDINARY = 0x1p-60;
 constexpr double LARGEST_ORDINARY = 0x1p60;
 
 constexpr double LEAST_GOOD_VOLUME = 0x1p-16; // of a cube with the tetrahedron's extent, sixfold
-
-template <class T>
-auto getCrossProduct(const Row<T>& a, const Row<T>& b)
-{
-    const auto x = a.y * b.z - a.z * b.y;
-    const auto y = a.z * b.x - a.x * b.z;
-    const auto z = a.x * b.y - a.y * b.x;
-    return Row<std::remove_const_t<decltype(x)>>{x, y, z};
-}
 
 template <class Number>
 struct Quotient
@@ -113,6 +105,19 @@ Vec LocalFrame::getScaledVector(const double* from, const double* to) const
         return (b * m_factor - a * m_factor) * m_secondFactor * m_thirdFactor;
     };
     return {getScaled(from[0], to[0]), getScaled(from[1], to[1]), getScaled(from[2], to[2])};
+}
+
+LocalFrame makeFrame(const std::array<Point3*, 4>& corners)
+{
+    const auto getHalfExtent = [&](const Point3* p) {
+        return maxAbs(p->x() / 2 - corners[0]->x() / 2, p->y() / 2 - corners[0]->y() / 2,
+                      p->z() / 2 - corners[0]->z() / 2);
+    };
+    const Point3* pFarthest =
+        *std::max_element(corners.begin(), corners.end(), [&](const Point3* a, const Point3* b) {
+            return getHalfExtent(a) < getHalfExtent(b);
+        });
+    return {*corners[0], *pFarthest};
 }
 
 std::optional<Vec> getCenterFromLast(const LocalFrame& frame, const OrientationPoints& points)

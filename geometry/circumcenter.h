@@ -6,6 +6,8 @@
 #include "vectors.h"
 #include "vorn3d/Point3.h"
 
+#include <array>
+#include <cmath>
 #include <optional>
 
 namespace VORN3D
@@ -28,6 +30,14 @@ public:
     }
     Vec getLocal(const Point3& p) const { return getVector(m_pOrigin->getCoordinates(), p.getCoordinates()); }
 
+    /// The vector in the unit of the coordinates, infinite or zero where that over- or underflows.
+    Vec getUnscaled(const Vec& v) const
+    {
+        return m_unitExponent == 0 ? v
+                                   : Vec{std::ldexp(v.x, m_unitExponent), std::ldexp(v.y, m_unitExponent),
+                                         std::ldexp(v.z, m_unitExponent)};
+    }
+
     const Point3& getOrigin() const { return *m_pOrigin; }
     int getUnitExponent() const { return m_unitExponent; }
 
@@ -42,6 +52,9 @@ private:
     double m_secondFactor = 1.0;
     double m_thirdFactor = 1.0;
 };
+
+/// The frame of a tetrahedron, in which its extent is of ordinary size. Its origin is the first corner.
+LocalFrame makeFrame(const std::array<Point3*, 4>& corners);
 
 /// From the last of four points to the centre of their circumscribed sphere, with an error of some 10^-10 of
 /// the centre's distance and of their distances. None if they are coplanar.

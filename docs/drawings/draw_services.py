@@ -124,6 +124,22 @@ def draw_nearest():
     drawing.save("nearest.svg")
 
 
+def draw_voronoi():
+    drawing = start_mesh(PALE)
+    inner, outer = POINTS[9], POINTS[5]
+    drawing.polygon(cell_of(inner, POINTS))
+    drawing.polygon(cell_of(outer, POINTS), GREEN)
+    for p in POINTS:
+        outline(drawing, cell_of(p, POINTS), MARK, 2)
+    draw_points(drawing)
+    for a, b, c in triangulate(POINTS):
+        if inner in (a, b, c):
+            drawing.dot(circle_through(a, b, c)[0], NOTE, 4)
+    drawing.text((inner[0], inner[1] + 18), "whole", NOTE, 14, bold=True)
+    drawing.text((outer[0] - 6, outer[1] - 18), "clipped", NOTE, 14, bold=True)
+    drawing.save("voronoi.svg")
+
+
 def draw_segment():
     drawing = Drawing(*SIZE)
     p, q = (8, 108), (430, 262)
@@ -290,6 +306,7 @@ def draw_alpha():
 if __name__ == "__main__":
     draw_locate()
     draw_nearest()
+    draw_voronoi()
     draw_segment()
     draw_interpolation()
     draw_quality()
