@@ -5,9 +5,9 @@ namespace VORN3D::program
 
 const std::vector<AddCommand*>& getCommands()
 {
-    static const std::vector<AddCommand*> vCommands{addTriangulateCommand, addHullCommand,
-                                                    addAlphaCommand,       addInterpolateCommand,
-                                                    addNearestCommand,     addGenerateCommand};
+    static const std::vector<AddCommand*> vCommands{
+        addTriangulateCommand, addHullCommand,    addAlphaCommand,   addInterpolateCommand,
+        addNearestCommand,     addVoronoiCommand, addGenerateCommand};
     return vCommands;
 }
 

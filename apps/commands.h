@@ -18,6 +18,7 @@ AddCommand addHullCommand;
 AddCommand addAlphaCommand;
 AddCommand addInterpolateCommand;
 AddCommand addNearestCommand;
+AddCommand addVoronoiCommand;
 AddCommand addGenerateCommand;
 
 /// All commands in the order in which help lists them.

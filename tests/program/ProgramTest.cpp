@@ -303,6 +303,45 @@ TEST_F(Program, MakesTheHullOfAGrid)
     EXPECT_EQ(numVertices, 26u);
 }
 
+TEST_F(Program, MeasuresVoronoiCells)
+{
+    // A cube's corners, its middle and, twice, its first corner again.
+    m_directory.write("cube.xyz", "0 0 0\n0 0 0\n2 0 0\n0 2 0\n2 2 0\n0 0 2\n2 0 2\n0 2 2\n2 2 2\n0 0 0\n"
+                                  "1 1 1\n");
+    // Halfway to the corners the planes cut an octahedron of half the volume from the cube.
+    for (const std::string clip : {"", "--clip hull", "--box 0 0 0 2 2 2"}) {
+        SCOPED_TRACE(clip);
+        const Outcome outcome = run("vorn3d voronoi cube.xyz -o cells.txt --graph graph.txt --json " + clip);
+        ASSERT_EQ(outcome.status, exitSuccess) << outcome.errors;
+        const auto report = nlohmann::json::parse(outcome.output);
+        EXPECT_EQ(report.at("unbounded_cells"), 0);
+        EXPECT_NEAR(report.at("volume_of_bounded_cells").get<double>(), 8.0, 1e-12);
+        EXPECT_NEAR(report.at("cell_volume").at("least").get<double>(), 0.5, 1e-12);
+        const auto vCells = parseTable(m_directory.read("cells.txt"));
+        ASSERT_EQ(vCells.size(), 9u);
+        EXPECT_EQ(vCells[1][0], 2.0);
+        EXPECT_EQ(vCells[8][0], 10.0);
+        EXPECT_NEAR(vCells[8][1], 4.0, 1e-12);
+        EXPECT_NEAR(vCells[8][5], 1.0, 1e-12);
+        double sum = 0.0;
+        std::size_t numOfMiddle = 0;
+        for (const auto& row : parseTable(m_directory.read("graph.txt")))
+            if (row[0] == 10.0) {
+                ++numOfMiddle;
+                sum += row[2];
+            }
+        EXPECT_EQ(numOfMiddle, 8u);
+        EXPECT_LT(sum, vCells[8][2]) << "there are six faces on the cube's surface";
+    }
+    const Outcome whole = run("vorn3d voronoi cube.xyz -o - --clip none");
+    EXPECT_EQ(whole.status, exitSuccess);
+    EXPECT_NE(whole.errors.find("unbounded cells:"), std::string::npos) << whole.errors;
+    const auto vCells = parseTable(whole.output);
+    EXPECT_EQ(whole.output.substr(0, whole.output.find('\n')), "0 inf inf nan nan nan");
+    EXPECT_NEAR(vCells[8][1], 4.5, 1e-12);
+    EXPECT_NEAR(vCells[8][2], 18 * std::sqrt(0.75), 1e-12) << "a regular octahedron";
+}
+
 // In the foreground, timeout signals its child alone; else also the group, and a second signal ends the
 // program without a word.
 TEST_F(Program, StopsWhenInterrupted)
@@ -399,6 +438,11 @@ TEST_F(Program, RefusesUnusableArgumentsWithStatus2)
                                         "alpha a.xyz --alpha nan",
                                         "alpha a.xyz --alpha 1cm",
                                         "interpolate a.bin b.xyz",
+                                        "voronoi a.xyz --clip sphere",
+                                        "voronoi a.xyz --box 0 0 0 1 1",
+                                        "voronoi a.xyz --box 0 0 0 1 1 0",
+                                        "voronoi a.xyz --clip hull --box 0 0 0 1 1 1",
+                                        "voronoi a.xyz --graph a.vtu",
                                         "interpolate --method cubic a.csv b.xyz"}) {
         const Outcome outcome = run("vorn3d " + arguments);
         EXPECT_EQ(outcome.status, exitBadInput) << arguments;
@@ -447,7 +491,7 @@ TEST_F(Program, ExplainsItself)
 {
     for (const std::string arguments :
          {"--help", "--version", "triangulate --help", "generate --help", "interpolate --help",
-          "nearest --help", "hull --help", "alpha --help"}) {
+          "nearest --help", "hull --help", "alpha --help", "voronoi --help"}) {
         const Outcome outcome = run("vorn3d " + arguments);
         EXPECT_EQ(outcome.status, exitSuccess);
         EXPECT_EQ(outcome.errors, "");
