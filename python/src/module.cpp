@@ -13,6 +13,7 @@
 #include <nanobind/stl/pair.h>
 #include <nanobind/stl/tuple.h>
 
+#include <vorn3d/geometry/AlphaComplex.h>
 #include <vorn3d/geometry/HullSurface.h>
 
 #include <chrono>
@@ -167,6 +168,45 @@ Matrix<Index, 3> bindHullTriangles(const Triangulation& triangulation)
     return toMatrix<Index, 3>(std::move(read(triangulation, readHullSurface).vTriangles));
 }
 
+AlphaComplex bindAlphaComplex(const Triangulation& triangulation)
+{
+    return read(triangulation,
+                [](const Triangulation& t) { return AlphaComplex(t.getMesh(), t.getHandles()); });
+}
+
+template <class Make>
+auto withoutLock(const Make& make)
+{
+    const nb::gil_scoped_release unlocked;
+    return make();
+}
+
+AlphaVoids3 toVoids(bool bFilled)
+{
+    return bFilled ? AlphaVoids3::FILLED : AlphaVoids3::OPEN;
+}
+
+std::pair<Matrix<Index, 3>, std::size_t> bindAlphaSurface(const AlphaComplex& complex, double alpha, bool bFilled)
+{
+    AlphaSurface surface = withoutLock([&] { return complex.surface(alpha, toVoids(bFilled)); });
+    return {toMatrix<Index, 3>(std::move(surface.vTriangles)), surface.numRegular};
+}
+
+std::pair<std::uint32_t, Array<Index>> bindAlphaComponents(const AlphaComplex& complex, double alpha,
+                                                           bool bFilled)
+{
+    AlphaComponents components = withoutLock([&] { return complex.components(alpha, toVoids(bFilled)); });
+    return {components.num, toArray<Index>(std::move(components.vComponents))};
+}
+
+std::pair<Matrix<Index, -1>, Array<Index>> bindAlphaFaces(const AlphaComplex& complex, int dimension)
+{
+    const std::size_t num = complex.getNumSimplices(dimension);
+    return {toNumpy<Matrix<Index, -1>>(std::vector(complex.getCorners(dimension)),
+                                       {num, static_cast<std::size_t>(dimension) + 1}),
+            toArray<Index>(std::vector(complex.getRanks(dimension)))};
+}
+
 template <class NumpyMatrix>
 Rows toRows(const NumpyMatrix& matrix)
 {
@@ -245,6 +285,19 @@ NB_MODULE(_core, m)
         .value("NEAREST", VORN3D::OutsideHull3::NEAREST)
         .value("CLAMP", VORN3D::OutsideHull3::CLAMP);
 
+    using VORN3D::AlphaComplex;
+    const auto unlocked = nb::call_guard<nb::gil_scoped_release>();
+    nb::class_<AlphaComplex>(m, "AlphaComplex")
+        .def("surface", &bindAlphaSurface, "alpha"_a, "filled"_a)
+        .def("components", &bindAlphaComponents, "alpha"_a, "filled"_a)
+        .def(
+            "volume", [](const AlphaComplex& c, double alpha, bool b) { return c.volume(alpha, toVoids(b)); },
+            "alpha"_a, "filled"_a, unlocked)
+        .def("critical_alpha", &AlphaComplex::criticalAlpha, "num_components"_a, unlocked)
+        .def("enclosing_alpha", &AlphaComplex::enclosingAlpha, unlocked)
+        .def("faces", &bindAlphaFaces, "dimension"_a)
+        .def("values", [](const AlphaComplex& c) { return toArray<double>(std::vector(c.getValues())); });
+
     nb::class_<Triangulation>(m, "Triangulation")
         .def(
             "__init__",
@@ -260,6 +313,7 @@ NB_MODULE(_core, m)
         .def("arrays", &bindArrays)
         .def("hull_triangles", &bindHullTriangles)
         .def("hull_polygons", &bindHullPolygons)
+        .def("alpha_complex", &bindAlphaComplex)
         .def("vertex_neighbors", &bindVertexNeighbors)
         .def("circumspheres", [](Self t) { return toMatrix<double, 4>(read(t, makeCircumspheres)); })
         .def("find_simplices", &bindFindSimplices, "points"_a)

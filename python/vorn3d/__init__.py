@@ -5,12 +5,14 @@ cospherical points, duplicates and coordinates of any size are no trouble, and i
 The page ``docs/python.md`` of the project is the introduction.
 """
 
+from ._alpha_shape import AlphaShape
 from ._convex_hull import ConvexHull
 from ._delaunay import Delaunay, Location, LocationKind, Status
 from ._interpolation import LinearNDInterpolator, NaturalNeighborInterpolator
 from ._nearest import nearest
 
 __all__ = [
+    "AlphaShape",
     "ConvexHull",
     "Delaunay",
     "LinearNDInterpolator",

@@ -1,11 +1,13 @@
-"""Convex hulls and Voronoi diagrams against exact arithmetic."""
+"""Convex hulls and alpha shapes against exact arithmetic."""
 
 import copy
 import pickle
+from fractions import Fraction
 
 import numpy as np
 import pytest
-from exact import exact, orientation
+from exact import cross, dot, exact, orientation
+from point_sets import on_sphere
 
 import vorn3d
 
@@ -44,3 +46,57 @@ def test_hulls_follow_their_points():
     for options in ({"incremental": True}, {"qhull_options": "QJ"}):
         with pytest.raises(ValueError):
             vorn3d.ConvexHull(tri, **options)
+
+
+def centers(a, b, c, d):
+    """The exact centres of spheres through four points."""
+    b, c, d = b - a, c - a, d - a
+    sums = sum(dot(p, p)[:, np.newaxis] * cross(q, r) for p, q, r in [(b, c, d), (c, d, b), (d, b, c)])
+    return a + sums / (2 * dot(b, cross(c, d)))[:, np.newaxis]
+
+
+def test_alpha_shapes_are_exact(points):
+    shape = vorn3d.AlphaShape(points, alpha=np.inf)
+    tri, corners = shape.tri, exact(points)
+    simplices, radii = shape.faces(3)
+    assert (simplices == tri.simplices).all()
+    expected = dot(*[centers(*np.moveaxis(corners[simplices], 1, 0)) - corners[simplices[:, 0]]] * 2)
+    finite = np.isfinite(radii)
+    assert (finite == (expected <= Fraction(np.finfo(float).max))).all()
+    assert (exact(radii[finite]) >= expected[finite]).all()
+    assert (exact(np.nextafter(radii[finite], 0)) < expected[finite]).all()
+    volumes = orientation(*np.moveaxis(corners[simplices], 1, 0))
+
+    for alpha in [0.0, *np.sort(radii)[:: max(1, len(radii) // 4)], np.inf]:
+        shape = vorn3d.AlphaShape(tri, alpha)
+        solid = radii <= alpha
+        assert ((shape.components >= 0) == solid).all()
+        assert shape.num_components == len(set(shape.components[solid].tolist()))
+        beside = np.where(tri.neighbors >= 0, shape.components[tri.neighbors], -1)[solid]
+        assert ((beside == -1) | (beside == shape.components[solid][:, np.newaxis])).all()
+        # The surface is the boundary of the solid, and encloses its volume.
+        assert len(shape.simplices) == (beside == -1).sum()
+        cones = orientation(*(corners[shape.simplices[:, i]] for i in (0, 2, 1)), corners[:1])
+        assert cones.sum() == volumes[solid].sum()
+
+
+def test_scanned_surfaces_are_found():
+    shell = on_sphere(500)
+    shape = vorn3d.AlphaShape(shell, filled=True)
+    assert shape.alpha == shape.enclosing_alpha and shape.num_components == 1
+    hull = vorn3d.ConvexHull(shape.tri)
+    assert shape.volume == pytest.approx(hull.volume, rel=0.05) and len(shape.simplices) >= len(hull.simplices)
+    assert vorn3d.AlphaShape(shape.tri, shape.alpha).volume < 0.5 * shape.volume
+    assert shape.critical_alpha(1) >= shape.critical_alpha(1000)
+    copied = pickle.loads(pickle.dumps(shape))
+    assert (copied.alpha, copied.filled, copied.volume) == (shape.alpha, True, shape.volume)
+    for call in (
+        lambda: vorn3d.AlphaShape(shell, -1.0),
+        lambda: vorn3d.AlphaShape(shell, np.nan),
+        lambda: shape.faces(4),
+        lambda: shape.critical_alpha(0),
+    ):
+        with pytest.raises(ValueError):
+            call()
+    flat = vorn3d.AlphaShape(np.eye(3))
+    assert flat.alpha == np.inf and flat.volume == 0 and len(flat.simplices) == len(flat.components) == 0
