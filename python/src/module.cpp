@@ -15,6 +15,7 @@
 
 #include <vorn3d/geometry/AlphaComplex.h>
 #include <vorn3d/geometry/HullSurface.h>
+#include <vorn3d/geometry/VoronoiCells.h>
 
 #include <chrono>
 #include <cstddef>
@@ -168,6 +169,21 @@ Matrix<Index, 3> bindHullTriangles(const Triangulation& triangulation)
     return toMatrix<Index, 3>(std::move(read(triangulation, readHullSurface).vTriangles));
 }
 
+// Corners, the number of finite ones, first faces, neighbours, first corners, corners of faces, and volumes.
+std::tuple<Matrix<double, 3>, std::uint32_t, Array<std::int64_t>, Array<Index>, Array<std::int64_t>,
+           Array<Index>, Array<double>>
+bindVoronoiCells(const Triangulation& triangulation)
+{
+    VoronoiCells cells = read(
+        triangulation, [](const Triangulation& t) { return makeVoronoiCells(t.getMesh(), t.getHandles()); });
+    cells.measures.vVolumes.resize(triangulation.getNumPoints(), 0.0);
+    return {
+        toMatrix<double, 3>(std::move(cells.vCorners)),       cells.numFiniteCorners,
+        toArray<std::int64_t>(std::move(cells.vFirstFace)),   toArray<Index>(std::move(cells.vNeighbors)),
+        toArray<std::int64_t>(std::move(cells.vFirstCorner)), toArray<Index>(std::move(cells.vFaceCorners)),
+        toArray<double>(std::move(cells.measures.vVolumes))};
+}
+
 AlphaComplex bindAlphaComplex(const Triangulation& triangulation)
 {
     return read(triangulation,
@@ -313,6 +329,7 @@ NB_MODULE(_core, m)
         .def("arrays", &bindArrays)
         .def("hull_triangles", &bindHullTriangles)
         .def("hull_polygons", &bindHullPolygons)
+        .def("voronoi_cells", &bindVoronoiCells)
         .def("alpha_complex", &bindAlphaComplex)
         .def("vertex_neighbors", &bindVertexNeighbors)
         .def("circumspheres", [](Self t) { return toMatrix<double, 4>(read(t, makeCircumspheres)); })

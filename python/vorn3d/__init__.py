@@ -10,6 +10,7 @@ from ._convex_hull import ConvexHull
 from ._delaunay import Delaunay, Location, LocationKind, Status
 from ._interpolation import LinearNDInterpolator, NaturalNeighborInterpolator
 from ._nearest import nearest
+from ._voronoi import Voronoi
 
 __all__ = [
     "AlphaShape",
@@ -20,5 +21,6 @@ __all__ = [
     "LocationKind",
     "NaturalNeighborInterpolator",
     "Status",
+    "Voronoi",
     "nearest",
 ]

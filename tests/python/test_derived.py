@@ -1,13 +1,14 @@
-"""Convex hulls and alpha shapes against exact arithmetic."""
+"""Convex hulls, Voronoi diagrams and alpha shapes against exact arithmetic."""
 
 import copy
+import itertools
 import pickle
 from fractions import Fraction
 
 import numpy as np
 import pytest
 from exact import cross, dot, exact, orientation
-from point_sets import on_sphere
+from point_sets import POINT_SETS, on_sphere
 
 import vorn3d
 
@@ -53,6 +54,55 @@ def centers(a, b, c, d):
     b, c, d = b - a, c - a, d - a
     sums = sum(dot(p, p)[:, np.newaxis] * cross(q, r) for p, q, r in [(b, c, d), (c, d, b), (d, b, c)])
     return a + sums / (2 * dot(b, cross(c, d)))[:, np.newaxis]
+
+
+def test_diagrams_are_exact(points):
+    vor = vorn3d.Voronoi(points)
+    simplices, corners = vor.tri.simplices, exact(points)
+    on_sphere, around = {}, {}  # points by centres, centres by edges
+    for center, simplex in zip(centers(*np.moveaxis(corners[simplices], 1, 0)).tolist(), simplices.tolist()):
+        on_sphere.setdefault(tuple(center), set()).update(simplex)
+        for edge in itertools.combinations(sorted(simplex), 2):
+            around.setdefault(edge, set()).add(tuple(center))
+
+    found = [set() for _ in vor.vertices]
+    for point in np.unique(vor.tri.point_to_vertex).tolist():
+        for vertex in vor.regions[vor.point_region[point]]:
+            if vertex >= 0:
+                found[vertex].add(point)
+    center_of = {frozenset(members): center for center, members in on_sphere.items()}
+    centers_found = [center_of[frozenset(members)] for members in found]
+    assert len(set(centers_found)) == len(on_sphere) == len(found)
+    expected = np.array(centers_found, dtype=float)
+    tolerance = 1e-9 * np.maximum(abs(points).max(), abs(expected).max(axis=1)) + 5e-324
+    assert (abs(vor.vertices - expected).max(axis=1) <= tolerance).all()
+
+    beside = {}  # by edges of the hull, the third corners of the triangles there
+    for facet in vor.tri.convex_hull.tolist():
+        for k in range(3):
+            beside.setdefault(tuple(sorted((facet[k - 2], facet[k - 1]))), []).append(facet[k])
+    num_planes = {edge: 1 + (orientation(*corners[[*edge, *apexes]]) != 0) for edge, apexes in beside.items()}
+    ridges = {tuple(sorted(pair)): ridge for pair, ridge in vor.ridge_dict.items()}
+    assert ridges.keys() == {edge for edge, c in around.items() if len(c) + num_planes.get(edge, 0) >= 3}
+    assert len(vor.ridge_points) == len(vor.ridge_vertices) == len(ridges)
+    for edge, ridge in ridges.items():
+        is_open = ridge[0] == -1
+        chain = ridge[1:] if is_open else ridge
+        assert is_open == (edge in beside) and -1 not in chain
+        assert sorted(centers_found[v] for v in chain) == sorted(around[edge])
+        # Neighbours have the three points of an edge of the diagram in common.
+        following = chain[1:] if is_open else chain[1:] + chain[:1]
+        assert all(len(found[v] & found[w]) >= 3 for v, w in zip(chain, following))
+
+
+def test_regions_have_their_volumes():
+    vor = vorn3d.Voronoi(POINT_SETS["uniform"])
+    for region, volume in zip(vor.regions, vor.volumes):
+        assert (-1 in region) == np.isinf(volume)
+        if -1 not in region:
+            assert vorn3d.ConvexHull(vor.vertices[region]).volume == pytest.approx(volume, rel=1e-9)
+    flat = vorn3d.Voronoi(np.eye(3))
+    assert flat.regions == [[], [], []] and len(flat.vertices) == len(flat.ridge_vertices) == 0
 
 
 def test_alpha_shapes_are_exact(points):

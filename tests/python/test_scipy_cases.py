@@ -8,7 +8,7 @@ from scipy.spatial.tests import test_qhull as suite
 
 import vorn3d
 
-CLASSES = ["ConvexHull", "Delaunay"]
+CLASSES = ["ConvexHull", "Delaunay", "Voronoi"]
 BATCHES = [f"random-3d-chunk-{size}" for size in (1, 4, 16)]
 CASES = [
     (suite.TestUtilities, "test_more_barycentric_transforms", {}),
@@ -20,7 +20,10 @@ CASES = [
     (suite.TestConvexHull, "test_hull_consistency_tri", {"name": "random-3d"}),
     *((suite.TestConvexHull, "test_incremental", {"name": name}) for name in BATCHES),
     (suite.TestConvexHull, "test_volume_area", {}),
+    (suite.TestVoronoi, "test_ridges", {"name": "random-3d"}),
+    *((suite.TestVoronoi, "test_incremental", {"name": name}) for name in BATCHES),
     (suite, "test_gh_20623", {"diagram_type": "Delaunay"}),
+    (suite, "test_gh_20623", {"diagram_type": "Voronoi"}),
 ]
 
 
