@@ -2,9 +2,12 @@
 // literal model of the triangulation tells (LiteralModel.h).
 #include "vertexStore/HC3.h"
 
+#include "PointSets.h"
 #include "outcomes.h"
+#include "values/squaredDistance.h"
 
 #include <algorithm>
+#include <cmath>
 #include <vector>
 
 namespace VORN3D
@@ -87,6 +90,37 @@ TEST(VertexStore, AnEmptyStoreHasNoTetrahedronAndNoKeys)
     EXPECT_EQ(store.findNearbyTet(p), nullptr);
     for (const int numBits : {-3, 1, 26, 33, 36})
         expectAbortOrExit([&] { HC3 invalid(numBits); }, "HC3::HC3(..): invalid bitlength\n");
+}
+
+/// In one cell of the curve's grid, whose box is made large by one point more.
+std::vector<Point3> makeCluster(std::size_t num)
+{
+    std::vector<Point3> vPoints{{1e6, 1e6, 1e6}};
+    tests::Random random(1);
+    while (vPoints.size() <= num)
+        vPoints.push_back(random.inCube(0.0, 1.0));
+    return vPoints;
+}
+
+// The order decides which of several meshes of cospherical points comes out.
+TEST(VertexStore, ManyOfOneKeyComeAlongAFinerCurveAndFewInInputOrder)
+{
+    std::vector<Point3> vFew = makeCluster(64), vMany = makeCluster(4000);
+    vFew.insert(vFew.end(), vFew.rbegin(), vFew.rend() - 1); // equal points do not count
+    HC3 storeOfFew(27), storeOfMany(27);
+    std::vector<Point3*> vHandles, vNew, vHandlesOfMany, vNewOfMany;
+    storeOfFew.insert(vFew, vHandles, vNew);
+    ASSERT_EQ(vNew.size(), 65u);
+    vNew.erase(std::find(vNew.begin(), vNew.end(), vHandles[0]));
+    for (std::size_t i = 0; i < vNew.size(); ++i)
+        EXPECT_EQ(vNew[i], vHandles[i + 1]);
+
+    storeOfMany.insert(vMany, vHandlesOfMany, vNewOfMany);
+    vNewOfMany.erase(std::find(vNewOfMany.begin(), vNewOfMany.end(), vHandlesOfMany[0]));
+    double length = 0;
+    for (std::size_t i = 1; i < vNewOfMany.size(); ++i)
+        length += std::sqrt(getSquaredDistance(*vNewOfMany[i - 1], *vNewOfMany[i]));
+    EXPECT_LT(length, 2 * std::pow(4000, 2.0 / 3)); // in input order it would be ten times as long
 }
 
 } // namespace

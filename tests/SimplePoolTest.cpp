@@ -95,6 +95,26 @@ TEST(SimplePool, ResetGoesBackToTheFirstContainerAndRemembersTheSizes)
     }
 }
 
+TEST(SimplePool, RewindGoesThroughTheSameContainersAgain)
+{
+    SimplePool<Element> pool;
+    pool.init(4, -1);
+    const auto take = [&pool] {
+        std::vector<Element*> vElements;
+        for (int i = 0; i < 30; ++i)
+            vElements.push_back(pool.newElement());
+        return vElements;
+    };
+    const std::vector<Element*> vElements = take();
+    for (int i = 0; i < 2; ++i) {
+        pool.rewind();
+        EXPECT_EQ(pool.getNumElements(), 0u);
+        pool.forEachElement([](Element*) { ADD_FAILURE() << "none has been handed out"; });
+        EXPECT_EQ(take(), vElements);
+        EXPECT_EQ(pool.getNumElements(), 30u);
+    }
+}
+
 TEST(SimplePool, WarnsOfMoreThanFiftyContainersAndOfSmallOnes)
 {
     const auto destroyPool = [](std::size_t numContainers) {

@@ -202,7 +202,8 @@ AlphaVoids3 toVoids(bool bFilled)
     return bFilled ? AlphaVoids3::FILLED : AlphaVoids3::OPEN;
 }
 
-std::pair<Matrix<Index, 3>, std::size_t> bindAlphaSurface(const AlphaComplex& complex, double alpha, bool bFilled)
+std::pair<Matrix<Index, 3>, std::size_t> bindAlphaSurface(const AlphaComplex& complex, double alpha,
+                                                          bool bFilled)
 {
     AlphaSurface surface = withoutLock([&] { return complex.surface(alpha, toVoids(bFilled)); });
     return {toMatrix<Index, 3>(std::move(surface.vTriangles)), surface.numRegular};
