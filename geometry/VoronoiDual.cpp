@@ -1,5 +1,6 @@
 #include "VoronoiDual.h"
 
+#include "DisjointSets.h"
 #include "circumcenter.h"
 #include "hullSurfaceOfMesh.h"
 #include "nalo_tools/assertion.h"
@@ -20,33 +21,6 @@ constexpr std::array<std::array<std::uint8_t, 4>, 6> EDGE_ORDERS = {
 
 /// The number of the edge between two corners, of either order.
 constexpr std::uint8_t EDGE_OF_ENDS[4][4] = {{6, 0, 1, 2}, {0, 6, 3, 4}, {1, 3, 6, 5}, {2, 4, 5, 6}};
-
-/// Sets of tetrahedra, of which each is named by its least member.
-class DisjointSets
-{
-public:
-    explicit DisjointSets(std::size_t size) : m_vParents(size)
-    {
-        for (std::uint32_t i = 0; i < size; ++i)
-            m_vParents[i] = i;
-    }
-
-    std::uint32_t find(std::uint32_t i)
-    {
-        while (m_vParents[i] != i)
-            i = m_vParents[i] = m_vParents[m_vParents[i]];
-        return i;
-    }
-
-    void join(std::uint32_t i, std::uint32_t k)
-    {
-        const auto [least, other] = std::minmax({find(i), find(k)});
-        m_vParents[other] = least;
-    }
-
-private:
-    std::vector<std::uint32_t> m_vParents;
-};
 
 std::array<double, 3> toArray(const Vec& v)
 {
@@ -69,7 +43,7 @@ VoronoiDual::VoronoiDual(const Vorn_3D& dt, const std::vector<Point3*>& vHandles
 void VoronoiDual::joinCospherical()
 {
     const auto numTets = static_cast<std::uint32_t>(m_mesh.vCorners.size() / 4);
-    DisjointSets sets(numTets);
+    DisjointSets sets(numTets); // each is named by its least tetrahedron
     std::array<const Point3*, 4> corners;
     for (std::uint32_t tet = 0; tet < numTets; ++tet) {
         for (std::size_t i = 0; i < 4; ++i)
@@ -84,7 +58,7 @@ void VoronoiDual::joinCospherical()
                 ++opp;
             if (isOnSphere(*corners[0], *corners[1], *corners[2], *corners[3],
                            *m_vHandles[m_mesh.vCorners[opp]]))
-                sets.join(tet, neighbor);
+                sets.join({tet, neighbor});
         }
     }
     m_vCornerOfTet.resize(numTets);

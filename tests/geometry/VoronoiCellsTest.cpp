@@ -249,9 +249,10 @@ TEST_P(VoronoiCellsOf, AreConvexPolyhedraUnboundedOnTheHull)
                 const Position& c = cells.vCorners[corner];
                 double difference = 0.0, scale = 0.0;
                 for (std::size_t i = 0; i < 3; ++i) {
-                    const double middle = corner < cells.numFiniteCorners ? a[i] / 2 + b[i] / 2 : 0.0;
-                    difference += (b[i] - a[i]) * (c[i] - middle);
-                    scale += std::fabs(b[i] - a[i]) * (std::fabs(c[i]) + std::fabs(middle));
+                    const double share = corner < cells.numFiniteCorners ? 0.5 : 0.0;
+                    difference += (b[i] - a[i]) * (c[i] - share * a[i] - share * b[i]);
+                    scale += std::fabs(b[i] - a[i]) *
+                             (std::fabs(c[i]) + share * std::fabs(a[i]) + share * std::fabs(b[i]));
                 }
                 EXPECT_NEAR(difference, 0.0, 1e-8 * scale + 1e-300);
             }
@@ -259,7 +260,9 @@ TEST_P(VoronoiCellsOf, AreConvexPolyhedraUnboundedOnTheHull)
         if (bUnbounded || isOrdinary()) {
             EXPECT_EQ(bUnbounded, std::isinf(cells.measures.vVolumes[cell]));
             EXPECT_EQ(bUnbounded, std::isinf(cells.measures.vAreas[cell]));
-            EXPECT_EQ(bUnbounded, std::isnan(cells.measures.vCentroids[cell][0]));
+            // Cells between points that differ in the last place may have no volume in doubles.
+            EXPECT_EQ(bUnbounded || cells.measures.vVolumes[cell] <= 0.0,
+                      std::isnan(cells.measures.vCentroids[cell][0]));
         }
     }
 }
