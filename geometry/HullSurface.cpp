@@ -256,7 +256,7 @@ private:
 
 } // namespace
 
-HullSurface makeHullSurface(const MeshArrays& mesh, const std::vector<Point3*>& vHandles)
+HullSurface makeHullSurfaceOfMesh(const MeshArrays& mesh, const std::vector<Point3*>& vHandles)
 {
     HullSurface surface;
     listTriangles(mesh, surface);
@@ -268,7 +268,7 @@ HullSurface makeHullSurface(const MeshArrays& mesh, const std::vector<Point3*>& 
 
 HullSurface makeHullSurface(const Vorn_3D& dt, const std::vector<Point3*>& vUserHandles)
 {
-    return makeHullSurface(dt.getArrays(vUserHandles), vUserHandles);
+    return makeHullSurfaceOfMesh(dt.getArrays(vUserHandles), vUserHandles);
 }
 
 HullPolygons mergeCoplanarTriangles(const HullSurface& surface, const std::vector<Point3*>& vUserHandles)

@@ -91,7 +91,7 @@ void VoronoiDual::findCenters()
 /// Finds the facets of the hull's polyhedron, each with its normal from its first triangle.
 void VoronoiDual::findDirections()
 {
-    const HullSurface surface = makeHullSurface(m_mesh, m_vHandles);
+    const HullSurface surface = makeHullSurfaceOfMesh(m_mesh, m_vHandles);
     m_vFacetOfHullSlot = mergeCoplanarTriangles(surface, m_vHandles).vFacetOfTriangle;
     for (std::size_t i = 0; i < m_mesh.vNeighbors.size(); ++i)
         if (m_mesh.vNeighbors[i] == NO_INDEX)

@@ -6,7 +6,7 @@
 namespace VORN3D
 {
 
-/// As the public function of this name, for the arrays of vHandles.
-HullSurface makeHullSurface(const MeshArrays& mesh, const std::vector<Point3*>& vHandles);
+/// As makeHullSurface(), for the arrays of vHandles.
+HullSurface makeHullSurfaceOfMesh(const MeshArrays& mesh, const std::vector<Point3*>& vHandles);
 
 } // namespace VORN3D
