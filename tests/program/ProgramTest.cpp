@@ -346,16 +346,27 @@ TEST_F(Program, MeasuresVoronoiCells)
 // program without a word.
 TEST_F(Program, StopsWhenInterrupted)
 {
-    const std::string interrupted = "timeout --foreground --preserve-status --signal INT ";
-    run("vorn3d generate -n 3000000 -o large.bin; vorn3d generate --shape sphere -n 200000 -o sphere.bin");
-    for (const std::string command :
-         {"1 " VORN3D_PROGRAM " triangulate large.bin", "1 " VORN3D_PROGRAM " triangulate - < <(sleep 4)",
-          "2 " VORN3D_PROGRAM " alpha sphere.bin"}) {
-        const Outcome outcome = run("bash -c '" + interrupted + command + "'");
-        EXPECT_EQ(outcome.status, exitInterrupted) << command;
+    run("vorn3d generate -n 3000000 -o large.bin");
+    for (const std::string arguments : {"large.bin", "- < <(sleep 4)"}) {
+        const Outcome outcome = run(
+            "bash -c 'timeout --foreground --preserve-status --signal INT 1 " VORN3D_PROGRAM " triangulate " +
+            arguments + "'");
+        EXPECT_EQ(outcome.status, exitInterrupted) << arguments;
         EXPECT_EQ(outcome.errors, "vorn3d: interrupted\n");
         EXPECT_EQ(outcome.output, "");
     }
+}
+
+TEST_F(Program, StopsAtControlCInTheStageThatTheTerminalShows)
+{
+    run("vorn3d generate --shape sphere -n 200000 -o sphere.bin");
+    const Outcome outcome = run(
+        "touch shown; { until grep -q ranking shown; do sleep 0.01; done; printf '\\003'; } |"
+        " TERM=xterm script --quiet --flush --return --command '" VORN3D_PROGRAM " alpha sphere.bin' shown");
+    EXPECT_EQ(outcome.status, exitInterrupted);
+    const std::string end = "\r\033[Kranking^C\r\033[Kvorn3d: interrupted\r\n";
+    EXPECT_EQ(outcome.output.substr(outcome.output.size() - std::min(end.size(), outcome.output.size())),
+              end);
 }
 
 TEST_F(Program, StopsWhileItWritesAScene)
