@@ -259,6 +259,8 @@ private:
     ScratchList<Tet3*> vSeenTets;
     ScratchList<HullEdge> vHullEdges;
     EdgeSet horizon; // edges of the hull facets seen
+    // A turn around a hull edge found no hint: those at the new hull facets will be as long.
+    bool bTurnedLong = false;
     ScratchList<DoomedTet> vDoomedOutside;
     ScratchList<std::uint32_t> vUnexplored; // indices of those whose neighbours were not looked at
 };

@@ -104,9 +104,11 @@ HullFacet Dt3::turnToHull(HullEdge edge)
         const int left = pNext->getIndexOfCorner(edge.pTet->aVertexPointer[edge.opp3]);
         edge = {pNext, entered, left};
     }
-    if (numSteps >= LONG_TURN)
+    if (numSteps >= LONG_TURN) {
+        bTurnedLong = true;
         for (Tet3* pTet : {start.pTet, edge.pTet})
             hullEdgeHints.remember(key, pTet);
+    }
     return {edge.pTet, edge.opp2};
 }
 
@@ -178,7 +180,7 @@ void Dt3::pushCavityFacets(const DoomedTet& doomed, const Point3* pVtx)
 void Dt3::rememberNewHullEdges()
 {
     for (Tet3* pTet : star.getTets())
-        for (int ici = 1; ici < 4; ++ici)
+        for (int ici = 0; ici < 4; ++ici)
             if (pTet->aOppTet[ici] == nullptr)
                 rememberEdges({pTet, ici});
 }

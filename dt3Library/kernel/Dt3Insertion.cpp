@@ -22,6 +22,7 @@ Dt3::Insertion Dt3::insertVertex(Point3** ppVtx, Tet3* pStartTet, Crossing cross
 {
     VORN_ASSERT_TEXT(!pStartTet->hasBeenVisited, "!pCurTet->hasBeenVisited");
     star.clear();
+    bTurnedLong = false;
     const Location location = locateInMesh(*ppVtx, pStartTet, crossing);
     VORN_ASSERT_TEXT(location.result != LOCATE_GAVE_UP, "locateResult!=-99");
     if (location.result == LOCATED_VERTEX)
@@ -41,7 +42,7 @@ Dt3::Insertion Dt3::insertVertex(Point3** ppVtx, Tet3* pStartTet, Crossing cross
     }
     pLatestTet = fillCavity(*ppVtx, bInside);
     ++numMeshVertices;
-    if (!bInside && star.getTets().size() > LARGE_STAR)
+    if (!bInside && (bTurnedLong || star.getTets().size() > LARGE_STAR))
         rememberNewHullEdges();
     return {pLatestTet, location.numTests};
 }

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <utility>
 
 namespace VORN3D
 {
@@ -28,18 +29,27 @@ int findHullFacet(const Tet3* pTet, const EdgeKey& edge, HullFacet known)
 
 } // namespace
 
+// Where the hint of the edge is, or would be.
+std::size_t HullEdgeHints::findPlace(const std::vector<Hint>& vHints, const EdgeKey& edge)
+{
+    const std::size_t mask = vHints.size() - 1;
+    std::size_t place = edge.getHash() & mask;
+    while (vHints[place].apTet[0] != nullptr && !(vHints[place].edge == edge))
+        place = (place + 1) & mask;
+    return place;
+}
+
 // The latest hull facet at the edge comes first; the one remembered before stays beside it if it still is
 // one, for an edge of the hull has two.
 void HullEdgeHints::remember(const EdgeKey& edge, Tet3* pTet)
 {
-    if (4 * m_numUsed >= m_vHints.size())
+    if (2 * m_numUsed >= m_vHints.size())
         grow();
     Hint fresh{edge, {pTet, nullptr}};
-    Hint& hint = m_vHints[getIndex(edge)];
-    if (hint.edge == edge)
-        for (Tet3* pEarlier : hint.apTet)
-            if (pEarlier != nullptr && pEarlier != pTet && findHullFacet(pEarlier, edge, {}) >= 0)
-                fresh.apTet[1] = pEarlier;
+    Hint& hint = m_vHints[findPlace(m_vHints, edge)];
+    for (Tet3* pEarlier : hint.apTet)
+        if (pEarlier != nullptr && pEarlier != pTet && findHullFacet(pEarlier, edge, {}) >= 0)
+            fresh.apTet[1] = pEarlier;
     m_numUsed += hint.apTet[0] == nullptr;
     hint = fresh;
 }
@@ -48,30 +58,37 @@ HullFacet HullEdgeHints::findOther(const EdgeKey& edge, HullFacet known) const
 {
     if (m_vHints.empty())
         return {};
-    const Hint& hint = m_vHints[getIndex(edge)];
-    if (hint.edge == edge)
-        for (Tet3* pTet : hint.apTet)
-            if (pTet != nullptr) {
-                const int ici = findHullFacet(pTet, edge, known);
-                if (ici >= 0)
-                    return {pTet, ici};
-            }
+    for (Tet3* pTet : m_vHints[findPlace(m_vHints, edge)].apTet)
+        if (pTet != nullptr) {
+            const int ici = findHullFacet(pTet, edge, known);
+            if (ici >= 0)
+                return {pTet, ici};
+        }
     return {};
 }
 
-// Where two hints claim one place in the larger table, one is lost: a turn around its edge will find it
-// again.
+bool HullEdgeHints::isOutdated(const Hint& hint)
+{
+    for (Tet3* pTet : hint.apTet)
+        if (pTet != nullptr && findHullFacet(pTet, hint.edge, {}) >= 0)
+            return false;
+    return true;
+}
+
+// Most hints of a growing hull are outdated: without them the table stays about as small as the hull.
 void HullEdgeHints::grow()
 {
-    std::vector<Hint> vOld(std::max<std::size_t>(2 * m_vHints.size(), 1024));
-    vOld.swap(m_vHints);
-    m_numUsed = 0;
-    for (const Hint& hint : vOld)
-        if (hint.apTet[0] != nullptr) {
-            Hint& place = m_vHints[getIndex(hint.edge)];
-            m_numUsed += place.apTet[0] == nullptr;
-            place = hint;
-        }
+    const auto numValid = static_cast<std::size_t>(
+        m_vHints.end() - m_vHints.begin() - std::count_if(m_vHints.begin(), m_vHints.end(), isOutdated));
+    std::size_t size = std::max<std::size_t>(m_vHints.size(), 1024);
+    while (size < 4 * numValid)
+        size *= 2;
+    std::vector<Hint> vGrown(size);
+    for (const Hint& hint : m_vHints)
+        if (!isOutdated(hint))
+            vGrown[findPlace(vGrown, hint.edge)] = hint;
+    m_vHints = std::move(vGrown);
+    m_numUsed = numValid;
 }
 
 } // namespace VORN3D

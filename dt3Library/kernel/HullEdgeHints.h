@@ -2,8 +2,8 @@
 //
 // Growing across hull edges would else turn around them through all these tetrahedra: a thousand of them for
 // each step along a segment whose points all see those of another one. A hint is only that: it may be
-// outdated or have been overwritten, and is checked before use. Records of tetrahedra stay readable as long
-// as their pool is not rewound.
+// outdated, and is checked before use. Records of tetrahedra stay readable as long as their pool is not
+// rewound.
 #pragma once
 
 #include "kernel/EdgeKey.h"
@@ -45,10 +45,11 @@ private:
         Tet3* apTet[2] = {nullptr, nullptr};
     };
 
-    std::size_t getIndex(const EdgeKey& edge) const { return edge.getHash() & (m_vHints.size() - 1); }
+    static bool isOutdated(const Hint& hint);
+    static std::size_t findPlace(const std::vector<Hint>& vHints, const EdgeKey& edge);
     void grow();
 
-    // Each hint has one place, which others overwrite. Empty, or of a power of two's size.
+    // Open addressing with linear probing. Empty, or of a power of two's size and at most half used.
     std::vector<Hint> m_vHints;
     std::size_t m_numUsed = 0;
 };
