@@ -24,13 +24,7 @@ public:
     using Kernel = CGAL::Exact_predicates_inexact_constructions_kernel;
     using Points = std::vector<Kernel::Point_3>;
 
-    static Points convert(const std::vector<Xyz>& vXyz)
-    {
-        Points points;
-        for (const Xyz& p : vXyz)
-            points.emplace_back(p.x, p.y, p.z);
-        return points;
-    }
+    static Points convert(const std::vector<Xyz>& vXyz) { return emplaceAll<Points>(vXyz); }
 
     void makeFiltration(const Points& points)
     {

@@ -18,13 +18,7 @@ public:
     using Complex = Gudhi::alpha_complex::Alpha_complex_3d<COMPLEXITY, false, false>;
     using Points = std::vector<typename Complex::Bare_point_3>;
 
-    static Points convert(const std::vector<Xyz>& vXyz)
-    {
-        Points points;
-        for (const Xyz& p : vXyz)
-            points.emplace_back(p.x, p.y, p.z);
-        return points;
-    }
+    static Points convert(const std::vector<Xyz>& vXyz) { return emplaceAll<Points>(vXyz); }
 
     void makeFiltration(const Points& points)
     {

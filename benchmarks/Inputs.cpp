@@ -355,7 +355,7 @@ std::vector<Xyz> makeInput(const std::string& family, std::size_t num, std::uint
     return getFamily(family).make(num, seed);
 }
 
-std::vector<Xyz> makeCoherentQueries(std::size_t num)
+std::vector<Xyz> makeCoherentPoints(std::size_t num)
 {
     const auto swing = [](double turns, double t) { return 0.5 + 0.49 * std::sin(2.0 * PI * turns * t); };
     std::size_t next = 0;

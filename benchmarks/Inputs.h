@@ -33,7 +33,18 @@ const Family& getFamily(const std::string& name);
 
 std::vector<Xyz> makeInput(const std::string& family, std::size_t num, std::uint64_t seed = 1);
 
-/// Queries of which each is close to the one before: they follow a smooth closed curve through the unit cube.
-std::vector<Xyz> makeCoherentQueries(std::size_t num);
+/// Points of which each is close to the one before: they follow a smooth closed curve through the unit cube.
+std::vector<Xyz> makeCoherentPoints(std::size_t num);
+
+/// The points in a library's own type.
+template <class Points>
+Points emplaceAll(const std::vector<Xyz>& vXyz)
+{
+    Points points;
+    points.reserve(vXyz.size());
+    for (const Xyz& p : vXyz)
+        points.emplace_back(p.x, p.y, p.z);
+    return points;
+}
 
 } // namespace bench

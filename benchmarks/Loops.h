@@ -64,63 +64,82 @@ void locateRandom(benchmark::State& state)
 template <class Mesh>
 void locateCoherent(benchmark::State& state)
 {
-    locateAll<Mesh>(state, makeCoherentQueries(NUM_QUERIES),
+    locateAll<Mesh>(state, makeCoherentPoints(NUM_QUERIES),
                     [](Mesh& mesh, const auto& p) { return mesh.locateNear(p); });
 }
 
-/// Sets of so few points, each different from the last one, so that branches cannot be learnt.
-template <class Mesh>
-std::vector<typename Mesh::Points> makeSmallSets(std::size_t num)
+/// fill(points) for sets of so few points, each different from the last one, so that branches cannot be
+/// learnt.
+template <class Mesh, class Fill>
+void fillSmallSets(benchmark::State& state, const Fill& fill)
 {
     std::vector<typename Mesh::Points> vSets;
     for (std::uint64_t seed = 1; seed <= 256; ++seed)
-        vSets.push_back(Mesh::convert(makeInput("uniform", num, seed)));
-    return vSets;
+        vSets.push_back(Mesh::convert(makeInput("uniform", sizeOf(state), seed)));
+    std::size_t next = 0;
+    for (auto _ : state)
+        fill(vSets[next++ % vSets.size()]);
+    setItems(state, sizeOf(state));
 }
 
 /// A triangulation made, filled and destroyed.
 template <class Mesh>
 void smallSets(benchmark::State& state)
 {
-    auto vSets = makeSmallSets<Mesh>(sizeOf(state));
-    std::size_t next = 0;
-    for (auto _ : state) {
+    fillSmallSets<Mesh>(state, [](typename Mesh::Points& points) {
         Mesh mesh;
-        mesh.insert(vSets[next++ % vSets.size()]);
+        mesh.insert(points);
         benchmark::DoNotOptimize(mesh);
-    }
-    setItems(state, sizeOf(state));
+    });
 }
 
 /// One triangulation, cleared and filled again.
 template <class Mesh>
 void smallSetsReused(benchmark::State& state)
 {
-    auto vSets = makeSmallSets<Mesh>(sizeOf(state));
-    std::size_t next = 0;
     Mesh mesh;
-    for (auto _ : state) {
+    fillSmallSets<Mesh>(state, [&mesh](typename Mesh::Points& points) {
         mesh.clear();
-        mesh.insert(vSets[next++ % vSets.size()]);
+        mesh.insert(points);
         benchmark::DoNotOptimize(mesh);
+    });
+}
+
+/// fill(mesh, points) alone is timed, for a mesh that makeMesh() has made.
+template <class MakeMesh, class Points, class Fill>
+void timeFill(benchmark::State& state, const MakeMesh& makeMesh, Points points, const Fill& fill)
+{
+    for (auto _ : state) {
+        state.PauseTiming();
+        auto pMesh = makeMesh();
+        state.ResumeTiming();
+        fill(*pMesh, points);
+        state.PauseTiming();
+        pMesh.reset();
+        state.ResumeTiming();
     }
-    setItems(state, sizeOf(state));
+    setItems(state, points.size());
 }
 
 template <class Mesh>
 void insertSingly(benchmark::State& state)
 {
-    typename Mesh::Points points = Mesh::convert(makeInput("uniform", sizeOf(state)));
-    for (auto _ : state) {
-        state.PauseTiming();
+    timeFill(state, &std::make_unique<Mesh>, Mesh::convert(makeInput("uniform", sizeOf(state))),
+             [](Mesh& mesh, auto& points) { mesh.insertSingly(points); });
+}
+
+/// 10,000 along a path through a mesh, each near the one before.
+template <class Mesh>
+void insertCoherent(benchmark::State& state)
+{
+    const auto makeMesh = [&state] {
         auto pMesh = std::make_unique<Mesh>();
-        state.ResumeTiming();
-        pMesh->insertSingly(points);
-        state.PauseTiming();
-        pMesh.reset();
-        state.ResumeTiming();
-    }
-    setItems(state, sizeOf(state));
+        typename Mesh::Points points = Mesh::convert(makeInput("uniform", sizeOf(state)));
+        pMesh->insert(points);
+        return pMesh;
+    };
+    timeFill(state, makeMesh, Mesh::convert(makeCoherentPoints(10'000)),
+             [](Mesh& mesh, auto& points) { mesh.insertNear(points); });
 }
 
 /// Batches of 1,000 further points; the mesh grows a little from one batch to the next.
@@ -148,6 +167,22 @@ void listTetrahedra(benchmark::State& state)
     std::size_t numTets = 0;
     for (auto _ : state)
         benchmark::DoNotOptimize(numTets = mesh.numTetrahedra());
+    setItems(state, numTets);
+}
+
+/// Corners and neighbours as numbers, asked for the first time.
+template <class Mesh>
+void makeArrays(benchmark::State& state)
+{
+    typename Mesh::Points points = Mesh::convert(makeInput("uniform", sizeOf(state)));
+    std::size_t numTets = 0;
+    for (auto _ : state) {
+        state.PauseTiming();
+        Mesh mesh;
+        mesh.insertNumbered(points);
+        state.ResumeTiming();
+        numTets = mesh.makeArrays();
+    }
     setItems(state, numTets);
 }
 
@@ -179,10 +214,12 @@ int runLoops(int argc, char** argv)
     add("locateRandom", locateRandom<Mesh>, vSizes);
     add("locateCoherent", locateCoherent<Mesh>, vSizes);
     add("listTetrahedra", listTetrahedra<Mesh>, vSizes)->Unit(benchmark::kMillisecond);
+    add("makeArrays", makeArrays<Mesh>, vSizes)->Iterations(1)->Unit(benchmark::kMillisecond);
     add("checkMesh", checkMesh<Mesh>, vSizes)->Unit(benchmark::kMillisecond);
     add("smallSets", smallSets<Mesh>, {20, 100, 1000});
     add("smallSetsReused", smallSetsReused<Mesh>, {20, 100, 1000});
     add("insertSingly", insertSingly<Mesh>, {100'000})->Iterations(1)->Unit(benchmark::kMillisecond);
+    add("insertCoherent", insertCoherent<Mesh>, vSizes)->Iterations(1)->Unit(benchmark::kMillisecond);
     add("addThousand", addThousand<Mesh>, {1'000'000})->Iterations(20)->Unit(benchmark::kMillisecond);
     benchmark::Initialize(&argc, argv);
     if (benchmark::ReportUnrecognizedArguments(argc, argv))

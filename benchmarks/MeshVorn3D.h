@@ -23,14 +23,7 @@ public:
     static std::string version() { return VORN3D::getVorn3DVersion(); }
     static std::size_t count(const Points& points) { return points.size(); }
 
-    static Points convert(const std::vector<Xyz>& vXyz)
-    {
-        Points points;
-        points.reserve(vXyz.size());
-        for (const Xyz& p : vXyz)
-            points.emplace_back(p.x, p.y, p.z);
-        return points;
-    }
+    static Points convert(const std::vector<Xyz>& vXyz) { return emplaceAll<Points>(vXyz); }
 
     void insert(Points& points) { m_dt.insert(points); }
     void clear() { m_dt.clear(); }
@@ -40,6 +33,9 @@ public:
         for (VORN3D::Point3& p : points)
             m_dt.insert(p);
     }
+
+    /// There is no hint to give: the library finds the last point by itself.
+    void insertNear(Points& points) { insertSingly(points); }
 
     bool locate(const VORN3D::Point3& p) { return m_dt.locate(p) != nullptr; }
 
@@ -59,6 +55,10 @@ public:
         return vTets.size();
     }
 
+    void insertNumbered(Points& points) { m_dt.insert(points, m_vHandles); }
+
+    std::size_t makeArrays() const { return m_dt.getArrays(m_vHandles).vCorners.size() / 4; }
+
     /// Links, sides of facets and empty spheres.
     bool check() { return m_dt.checkValidity("benchmark", true); }
 
@@ -67,6 +67,7 @@ protected:
 
 private:
     VORN3D::Tet3* m_pLast = nullptr;
+    std::vector<VORN3D::Point3*> m_vHandles;
 };
 
 } // namespace bench

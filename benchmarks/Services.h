@@ -8,7 +8,6 @@
 #include <benchmark/benchmark.h>
 
 #include <cstdint>
-#include <memory>
 #include <vector>
 
 namespace bench
@@ -24,7 +23,7 @@ inline std::vector<Xyz> makeRandomQueries()
 /// Each close to the one before.
 inline std::vector<Xyz> makePathQueries()
 {
-    return makeCoherentQueries(NUM_QUERIES);
+    return makeCoherentPoints(NUM_QUERIES);
 }
 
 /// answerAll(library, queries) answers all of them, with a library that holds uniform points.
@@ -48,17 +47,8 @@ void addService(const char* name, std::vector<Xyz> (*makeQueries)(), const Answe
 template <class Library>
 void build(benchmark::State& state)
 {
-    typename Library::Points points = Library::convert(makeInput("uniform", sizeOf(state)));
-    for (auto _ : state) {
-        state.PauseTiming();
-        auto pLibrary = std::make_unique<Library>();
-        state.ResumeTiming();
-        pLibrary->insert(points);
-        state.PauseTiming();
-        pLibrary.reset();
-        state.ResumeTiming();
-    }
-    setItems(state, sizeOf(state));
+    timeFill(state, &std::make_unique<Library>, Library::convert(makeInput("uniform", sizeOf(state))),
+             [](Library& library, auto& points) { library.insert(points); });
 }
 
 template <class Library>

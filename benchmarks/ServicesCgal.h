@@ -1,9 +1,8 @@
 #pragma once
 
+#include "MeshCgal.h"
 #include "Services.h"
 
-#include <CGAL/Delaunay_triangulation_3.h>
-#include <CGAL/Exact_predicates_inexact_constructions_kernel.h>
 #include <CGAL/Orthogonal_k_neighbor_search.h>
 #include <CGAL/Search_traits_3.h>
 #include <CGAL/natural_neighbor_coordinates_3.h>
@@ -21,17 +20,10 @@ namespace bench
 class CgalTree
 {
 public:
-    using Kernel = CGAL::Exact_predicates_inexact_constructions_kernel;
-    using Points = std::vector<Kernel::Point_3>;
+    using Kernel = MeshCgalFast::Kernel;
+    using Points = MeshCgalFast::Points;
 
-    static Points convert(const std::vector<Xyz>& vXyz)
-    {
-        Points points;
-        points.reserve(vXyz.size());
-        for (const Xyz& p : vXyz)
-            points.emplace_back(p.x, p.y, p.z);
-        return points;
-    }
+    static Points convert(const std::vector<Xyz>& vXyz) { return MeshCgalFast::convert(vXyz); }
 
     void insert(const Points& points)
     {
@@ -54,20 +46,9 @@ private:
 };
 
 /// CGAL's triangulation with its own structure for location.
-class ServicesCgal
+class ServicesCgal : public MeshCgalFast
 {
 public:
-    using Kernel = CgalTree::Kernel;
-    using Triangulation = CGAL::Delaunay_triangulation_3<Kernel, CGAL::Fast_location>;
-    using Point = Kernel::Point_3;
-    using Points = CgalTree::Points;
-    using Vertex = Triangulation::Vertex_handle;
-    using Cell = Triangulation::Cell_handle;
-
-    static Points convert(const std::vector<Xyz>& vXyz) { return CgalTree::convert(vXyz); }
-
-    void insert(const Points& points) { m_dt.insert(points.begin(), points.end()); }
-
     static void addServices()
     {
         const auto locate = [](ServicesCgal& cgal, const Points& queries) {
@@ -141,8 +122,6 @@ private:
         }
         benchmark::DoNotOptimize(weights.data());
     }
-
-    Triangulation m_dt;
 };
 
 } // namespace bench

@@ -22,22 +22,24 @@ DIAGNOSTIC = "diagnostic"
 SIZES = {
     "uniform": [10_000, 100_000, 1_000_000, 4_000_000, 10_000_000],
     "clusters": [100_000, 1_000_000],
+    "deepClusters": [100_000, 1_000_000],
     "helix": [100_000, 1_000_000],
     "snapped": [100_000, 1_000_000],
     "grid": [97_336, 1_000_000],
     "sphere": [100_000, 1_000_000],
     "plane": [50_000, 200_000],
-    "segments": [500, 2_000],
+    "segments": [500, 3_000],
     "outlier": [100_000, 1_000_000],
     "farOutlier": [100_000, 1_000_000],
     "georeferenced": [100_000, 1_000_000],
-    "cylinder": [25_000, 100_000],
+    "georeferencedOrigin": [100_000, 1_000_000],
+    "cylinder": [25_000, 100_000, 300_000],
     "cubeSurface": [25_000, 100_000],
     "planeGrid": [40_000, 160_000],
     "nearPlane": [25_000, 100_000],
     "helixCurve": [500, 2_000],
-    "momentCurve": [500, 2_000],
-    "needles": [25_000, 100_000],
+    "momentCurve": [500, 3_000],
+    "needles": [30_000, 100_000, 300_000],
     "duplicates": [100_000, 1_000_000],
     "flat": [50_000, 200_000],
     "line": [50_000, 200_000],
@@ -64,7 +66,7 @@ def parse_arguments():
                              "(repeatable)")
     parser.add_argument("--libraries", metavar="NAMES",
                         help=f"comma-separated choice of {OURS},{DIAGNOSTIC},{YARDSTICK},TetGen,Qhull,nanoflann,"
-                             "'CGAL fast',GUDHI,'GUDHI fast'")
+                             "'CGAL Fast_location','CGAL fast',GUDHI,'GUDHI fast'")
     parser.add_argument("--repetitions", type=int, default=3, metavar="N", help="runs of each row (default 3)")
     parser.add_argument("--timeout", type=float, default=120, metavar="SECONDS",
                         help="a run that takes longer is given up, with the larger rows of its input (default 120)")
@@ -102,6 +104,7 @@ def find_programs(options, kind):
         "TetGen": options.release / f"{kind}_tetgen",
         "Qhull": options.release / f"{kind}_qhull",
         "nanoflann": options.release / f"{kind}_nanoflann",
+        "CGAL Fast_location": options.release / f"{kind}_cgal_fast_location",
         "CGAL fast": options.release / f"{kind}_cgal_fast",
         "GUDHI": options.release / f"{kind}_gudhi",
         "GUDHI fast": options.release / f"{kind}_gudhi_fast",
@@ -309,31 +312,19 @@ def item_times(entries, clock):
             for name, libraries in nanoseconds.items()}
 
 
-def loops_table(results, clock):
-    """Nanoseconds for each item: a query, an inserted point, a tetrahedron listed or checked."""
-    lines = []
-    for name, times in item_times(results.measured["loops"], clock).items():
-        ours, theirs = times.get(OURS), times.get(YARDSTICK)
-        ratio = ours / theirs if ours and theirs else None
-        lines.append([*name.split("/"), show(ours, "{:.4g}"), show(theirs, "{:.4g}"), show(ratio, "{:.2f}")])
-    return make_table("Loops, nanoseconds per item",
-                      ["loop", "points", OURS, YARDSTICK, f"{OURS} / {YARDSTICK}"], lines)
-
-
-def services_table(measured, clock):
-    """Microseconds for each query, or for each point of a structure that is built; ours by the quickest peer's."""
-    times = item_times(measured.get("services", []), clock)
+def items_table(title, kind, entries, clock, unit_in_nanoseconds):
+    """What each item costs, ours by the quickest peer's. kind says what the names of the rows are."""
+    times = item_times(entries, clock)
     libraries = list(dict.fromkeys(library for row in times.values() for library in row))
     lines = []
     for name, row in times.items():
-        service, points = name.split("/")
+        what, points = name.split("/")
         peers = [time for library, time in row.items() if library != OURS]
         ratio = row[OURS] / min(peers) if OURS in row and peers else None
-        lines.append([service, f"{int(points):,}",
-                      *(show(row[library] / 1e3 if library in row else None) for library in libraries),
+        lines.append([what, f"{int(points):,}",
+                      *(show(row[library] / unit_in_nanoseconds if library in row else None) for library in libraries),
                       show(ratio, "{:.2f}")])
-    return make_table("Services, microseconds per query",
-                      ["service", "points", *libraries, f"{OURS} / quickest peer"], lines)
+    return make_table(title, [kind, "points", *libraries, f"{OURS} / quickest peer"], lines)
 
 
 def alpha_table(results):
@@ -385,7 +376,7 @@ def make_report(results, clock):
     faults, remarks = results.disagreements()
     faults += results.failures()
     tables = [time_table(results), memory_table(results), growth_table(results), diagnostic_table(results),
-              loops_table(results, clock)]
+              items_table("Loops, nanoseconds per item", "loop", results.measured["loops"], clock, 1.0)]
     notes = [f"- {note}" for note in faults + remarks]
     return "\n".join([*filter(None, tables), *notes]), faults
 
@@ -425,7 +416,9 @@ def main():
     report, faults = make_report(Results(measured, options.clock), options.clock)
     alpha = Results({"runs": measured["alpha"]}, options.clock)
     faults += alpha.failures() + alpha_disagreements(alpha)
-    reports = {"tables": report, "services": services_table(measured, options.clock), "alpha": alpha_table(alpha)}
+    services = items_table("Services, microseconds per query", "service", measured.get("services", []), options.clock,
+                           1e3)
+    reports = {"tables": report, "services": services, "alpha": alpha_table(alpha)}
     heading = describe_measurement(measured, options.clock)
     text = "\n".join([heading, "", *filter(None, reports.values())])
     (options.out / "tables.md").write_text(text + "\n")
