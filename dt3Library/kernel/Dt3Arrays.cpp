@@ -4,6 +4,7 @@
 
 #include "nalo_tools/assertion.h"
 
+#include <algorithm>
 #include <array>
 
 namespace VORN3D
@@ -16,17 +17,19 @@ namespace
 class VertexNumbers
 {
 public:
-    VertexNumbers(const HC3& hc, const std::vector<Point3*>& vUserHandles)
-        : m_order(hc.getPool()), m_vNumbers(m_order.getNumElements(), NO_INDEX)
+    // Appends the number of each handle's vertex to vVertices.
+    VertexNumbers(const HC3& hc, const std::vector<Point3*>& vUserHandles,
+                  std::vector<std::uint32_t>& vVertices)
+        : m_pool(hc.getPool()), m_order(m_pool), m_vNumbers(m_order.getNumElements(), NO_INDEX)
     {
         VORN_REQUIRE_TEXT(vUserHandles.size() < NO_INDEX, "fewer than 2^32 - 1 points");
+        vVertices.reserve(vUserHandles.size());
         std::uint32_t number = 0;
         for (const Point3* pVtx : vUserHandles) {
             VORN_REQUIRE_TEXT(m_order.owns(pVtx), "a handle of this triangulation");
-            const std::size_t place = m_order.getPlace(pVtx);
-            if (m_vNumbers[place] == NO_INDEX)
-                m_vNumbers[place] = number;
-            ++number;
+            std::uint32_t& numberOfVertex = m_vNumbers[m_order.getPlace(pVtx)];
+            numberOfVertex = std::min(numberOfVertex, number++);
+            vVertices.push_back(numberOfVertex);
         }
     }
 
@@ -37,7 +40,20 @@ public:
 
     std::uint32_t getNumber(std::uint32_t place) const { return m_vNumbers[place]; }
 
+    // Calls visit(number, vertex), in the order of the records, which the handles need not have.
+    template <typename Visitor>
+    void forEachNumbered(Visitor visit) const
+    {
+        auto number = m_vNumbers.begin();
+        m_pool.forEachBlock([&](const Point3* pFirst, std::size_t size) {
+            for (const Point3* pVtx = pFirst; pVtx < pFirst + size; ++pVtx, ++number)
+                if (*number != NO_INDEX)
+                    visit(*number, pVtx);
+        });
+    }
+
 private:
+    const SimplePool<Point3>& m_pool;
     PoolOrder<Point3> m_order;
     std::vector<std::uint32_t> m_vNumbers; // by place
 };
@@ -51,10 +67,10 @@ std::uint32_t getNumber(const TetNumbers& tetNumbers, const Tet3* pTet)
 
 MeshArrays Dt3::getArrays(const std::vector<Point3*>& vUserHandles) const
 {
-    const VertexNumbers vertexNumbers(hc, vUserHandles);
+    MeshArrays mesh;
+    const VertexNumbers vertexNumbers(hc, vUserHandles, mesh.vVertices);
     const TetNumbers tetNumbers(tets);
 
-    MeshArrays mesh;
     mesh.vCorners.resize(4 * tetNumbers.getNumTets());
     mesh.vNeighbors.resize(4 * tetNumbers.getNumTets());
     std::uint32_t* pCorner = mesh.vCorners.data();
@@ -73,12 +89,12 @@ MeshArrays Dt3::getArrays(const std::vector<Point3*>& vUserHandles) const
     for (std::uint32_t& corner : mesh.vCorners)
         corner = vertexNumbers.getNumber(corner);
 
-    mesh.vVertices.reserve(vUserHandles.size());
-    mesh.vTets.reserve(vUserHandles.size());
-    for (const Point3* pVtx : vUserHandles) {
-        mesh.vVertices.push_back(vertexNumbers.getNumber(vertexNumbers.getPlace(pVtx)));
-        mesh.vTets.push_back(getNumber(tetNumbers, pVtx->getOneTet()));
-    }
+    mesh.vTets.resize(vUserHandles.size());
+    vertexNumbers.forEachNumbered([&](std::uint32_t number, const Point3* pVtx) {
+        mesh.vTets[number] = getNumber(tetNumbers, pVtx->getOneTet());
+    });
+    for (std::size_t i = 0; i < mesh.vTets.size(); ++i)
+        mesh.vTets[i] = mesh.vTets[mesh.vVertices[i]];
     return mesh;
 }
 

@@ -42,16 +42,18 @@ public:
     std::size_t getPlace(const T* pRecord) const
     {
         const std::uintptr_t address = getAddress(pRecord);
-        const std::uintptr_t page = (address >> PAGE_BITS) - m_firstPage;
-        const std::uintptr_t shift = page < m_vShifts.size() ? m_vShifts[page] : NONE;
+        const std::uintptr_t shift = getShift(address);
         return (address + (shift == NONE ? findBlock(address)->shift : shift)) / sizeof(T);
     }
 
     /// Whether the pool has handed it out.
     bool owns(const T* pRecord) const
     {
-        const auto block = findBlock(getAddress(pRecord));
-        return block != m_vBlocks.end() && getAddress(pRecord) >= block->begin;
+        const std::uintptr_t address = getAddress(pRecord);
+        if (getShift(address) != NONE)
+            return true;
+        const auto block = findBlock(address);
+        return block != m_vBlocks.end() && address >= block->begin;
     }
 
 private:
@@ -67,6 +69,13 @@ private:
     static constexpr std::uintptr_t NONE = UINTPTR_MAX; // never a shift, as records are aligned
 
     static std::uintptr_t getAddress(const T* pRecord) { return reinterpret_cast<std::uintptr_t>(pRecord); }
+
+    // What the table tells of the page.
+    std::uintptr_t getShift(std::uintptr_t address) const
+    {
+        const std::uintptr_t page = (address >> PAGE_BITS) - m_firstPage;
+        return page < m_vShifts.size() ? m_vShifts[page] : NONE;
+    }
 
     typename Blocks::const_iterator findBlock(std::uintptr_t address) const
     {
