@@ -36,7 +36,7 @@ public:
         const std::size_t numVertices = std::size_t{1} << m_shift;
         if (m_vVertices.size() > numVertices)
             return;
-        m_vTets.resize(numVertices * numVertices, nullptr);
+        m_vTets.resize(numVertices * numVertices);
         m_vVertices.resize(numVertices + 1);
     }
 

@@ -19,7 +19,7 @@ class ScratchList
 
 public:
     explicit ScratchList(std::size_t capacity = 512)
-        : m_apElement(std::make_unique<T[]>(capacity)), m_pEnd(m_apElement.get()), m_pLimit(m_pEnd + capacity)
+        : m_apElement(makeElements(capacity)), m_pEnd(m_apElement.get()), m_pLimit(m_pEnd + capacity)
     {
     }
 
@@ -81,10 +81,13 @@ public:
     }
 
 private:
+    // Uninitialised: a list for small sets is gone before most of it was used.
+    static std::unique_ptr<T[]> makeElements(std::size_t num) { return std::unique_ptr<T[]>(new T[num]); }
+
     void grow(std::size_t num)
     {
         const std::size_t capacity = std::max(size() + num, 2 * static_cast<std::size_t>(m_pLimit - begin()));
-        auto apLarger = std::make_unique<T[]>(capacity);
+        auto apLarger = makeElements(capacity);
         m_pEnd = std::copy(begin(), end(), apLarger.get());
         m_apElement = std::move(apLarger);
         m_pLimit = begin() + capacity;
