@@ -18,7 +18,7 @@
 #pragma once
 
 #include "kernel/ConflictTest.h"
-#include "kernel/EdgeSet.h"
+#include "kernel/EdgeKey.h"
 #include "kernel/HullEdgeHints.h"
 #include "kernel/Star.h"
 #include "kernel/TetStore.h"
@@ -159,7 +159,8 @@ public:
     bool checkValidity(const std::string& name, bool bCheckVisited, bool bCheckSphereInc) const;
 
 private:
-    // An edge of the hull, from its two facets: opp3 and opp2 are the corners of pTet not on the edge.
+    // An edge of the hull in one of its two facets there: opp3 is the facet's index in pTet, opp2 the index
+    // of its corner that is not on the edge.
     struct HullEdge
     {
         Tet3* pTet;
@@ -215,9 +216,11 @@ private:
 
     void findCavityOutside(const Point3* pVtx, HullFacet facet);
     void gatherSeenTets(const Point3* pVtx, HullFacet facet);
-    void addSeenFacet(HullFacet facet);
+    void addSeenFacet(HullEdge entered);
+    static bool isGathered(HullEdge edge);
     static EdgeKey getEdgeKey(HullFacet facet, int j);
-    HullFacet turnToHull(HullEdge edge);
+    static HullEdge getEdge(HullFacet facet, const EdgeKey& key);
+    HullEdge turnToHull(HullEdge edge);
     void growConflictRegionOutside(const Point3* pVtx);
     void doomOutside(const std::array<Tet3*, 4>& apTets, FacetMask toDoom);
     void pushVisibleFacets();
@@ -258,7 +261,6 @@ private:
     ScratchList<Tet3*> vStack; // doomed, but neighbours not looked at
     ScratchList<Tet3*> vSeenTets;
     ScratchList<HullEdge> vHullEdges;
-    EdgeSet horizon; // edges of the hull facets seen
     // A turn around a hull edge found no hint: those at the new hull facets will be as long.
     bool bTurnedLong = false;
     ScratchList<DoomedTet> vDoomedOutside;

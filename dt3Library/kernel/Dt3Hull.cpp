@@ -53,12 +53,13 @@ void Dt3::gatherSeenTets(const Point3* pVtx, HullFacet facet)
             pSeen->hasBeenVisited = false;
     };
     vHullEdges.clear();
-    horizon.clear();
     try {
-        addSeenFacet(facet);
+        constexpr int NO_EDGE = -1;
+        addSeenFacet({facet.pTet, facet.ici, NO_EDGE});
         while (!vHullEdges.empty()) {
-            const HullFacet beyond = turnToHull(vHullEdges.takeLast());
-            if (predicates.getOrientation3(beyond.pTet, beyond.ici, pVtx) == ORIENTATION3_NEGATIVE)
+            const HullEdge beyond = turnToHull(vHullEdges.takeLast());
+            if (!isGathered(beyond) &&
+                predicates.getOrientation3(beyond.pTet, beyond.opp3, pVtx) == ORIENTATION3_NEGATIVE)
                 addSeenFacet(beyond);
         }
     } catch (...) {
@@ -68,16 +69,22 @@ void Dt3::gatherSeenTets(const Point3* pVtx, HullFacet facet)
     unmark();
 }
 
-void Dt3::addSeenFacet(HullFacet facet)
+bool Dt3::isGathered(HullEdge edge)
 {
-    Tet3* pTet = facet.pTet;
+    return edge.pTet->hasBeenVisited && (edge.pTet->m_seenFacets >> edge.opp3 & 1) != 0;
+}
+
+// Notes the facet, which was entered across the edge, and its other edges, to be crossed.
+void Dt3::addSeenFacet(HullEdge entered)
+{
+    Tet3* pTet = entered.pTet;
     ScratchList<Tet3*>::Appender(vSeenTets, 1).appendIf(pTet, !pTet->hasBeenVisited);
     const unsigned seenBefore = pTet->hasBeenVisited ? pTet->m_seenFacets : 0u;
-    pTet->m_seenFacets = static_cast<std::uint8_t>(seenBefore | 1u << facet.ici);
+    pTet->m_seenFacets = static_cast<std::uint8_t>(seenBefore | 1u << entered.opp3);
     pTet->hasBeenVisited = true;
     ScratchList<HullEdge>::Appender edges(vHullEdges, 3);
-    for (const int j : OTHER_CORNERS[facet.ici])
-        edges.appendIf({pTet, facet.ici, j}, horizon.insert(getEdgeKey(facet, j)));
+    for (const int j : OTHER_CORNERS[entered.opp3])
+        edges.appendIf({pTet, entered.opp3, j}, j != entered.opp2);
 }
 
 // The edge of a facet that does not contain corner j.
@@ -87,9 +94,18 @@ EdgeKey Dt3::getEdgeKey(HullFacet facet, int j)
             facet.pTet->aVertexPointer[EDGE_TARGET[facet.ici][j]]};
 }
 
-// Turns around a hull edge from the hull facet opp3 to the other one. Each step crosses the facet opposite
-// opp2; the corner that was opp3 is in the next tetrahedron too, and the next to be left.
-HullFacet Dt3::turnToHull(HullEdge edge)
+// The edge in a facet that contains it.
+Dt3::HullEdge Dt3::getEdge(HullFacet facet, const EdgeKey& key)
+{
+    constexpr int SUM_OF_INDICES = 0 + 1 + 2 + 3;
+    const int sumOnEdge =
+        facet.pTet->getIndexOfCorner(key.getLowEnd()) + facet.pTet->getIndexOfCorner(key.getHighEnd());
+    return {facet.pTet, facet.ici, SUM_OF_INDICES - facet.ici - sumOnEdge};
+}
+
+// Turns around a hull edge to the other hull facet there. Each step crosses the facet opposite opp2; the
+// corner that was opp3 is in the next tetrahedron too, and the next to be left.
+Dt3::HullEdge Dt3::turnToHull(HullEdge edge)
 {
     const HullFacet start{edge.pTet, edge.opp3};
     const EdgeKey key = getEdgeKey(start, edge.opp2);
@@ -98,7 +114,7 @@ HullFacet Dt3::turnToHull(HullEdge edge)
         if (++numSteps == LONG_TURN) {
             const HullFacet end = hullEdgeHints.findOther(key, start);
             if (end.pTet != nullptr)
-                return end;
+                return getEdge(end, key);
         }
         const int entered = pNext->getIndexOfNeighbor(edge.pTet);
         const int left = pNext->getIndexOfCorner(edge.pTet->aVertexPointer[edge.opp3]);
@@ -109,7 +125,7 @@ HullFacet Dt3::turnToHull(HullEdge edge)
         for (Tet3* pTet : {start.pTet, edge.pTet})
             hullEdgeHints.remember(key, pTet);
     }
-    return {edge.pTet, edge.opp2};
+    return {edge.pTet, edge.opp2, edge.opp3};
 }
 
 // Dooms those whose bits are set.
