@@ -211,7 +211,13 @@ private:
     Tet3* adoptExistingVertex(Point3** ppVtx, Tet3* pTet) const;
     void findCavityInside(const Point3* pVtx, Tet3* pTet);
     Tet3* fillCavity(Point3* pVtx, bool bInside);
-    static void prefetchNeighbors(const Tet3* pTet);
+    // Memory is on its way while the sphere tests run: the records that a tetrahedron links to, which are
+    // tested if it is doomed.
+    static void prefetchNeighbors(const Tet3* pTet)
+    {
+        for (const Tet3* pNeighbor : pTet->aOppTet)
+            __builtin_prefetch(pNeighbor);
+    }
     void growFrom(Tet3* pDoomed, const Point3* pVtx);
 
     void findCavityOutside(const Point3* pVtx, HullFacet facet);

@@ -137,8 +137,10 @@ inline void Dt3::doomOutside(const std::array<Tet3*, 4>& apTets, FacetMask toDoo
     ScratchList<DoomedTet>::Appender doomedOutside(vDoomedOutside, 4);
     for (std::size_t i = 0; i < 4; ++i) {
         const bool bDoomed = (toDoom >> i & 1) != 0;
-        if (apTets[i] != nullptr)
+        if (apTets[i] != nullptr) {
             apTets[i]->hasBeenVisited |= bDoomed;
+            prefetchNeighbors(apTets[i]);
+        }
         doomedTets.appendIf(apTets[i], bDoomed);
         unexplored.appendIf(index, bDoomed);
         doomedOutside.appendIf({apTets[i], {}}, bDoomed);

@@ -83,14 +83,6 @@ Tet3* Dt3::fillCavity(Point3* pVtx, bool bInside)
     return star.getLastTet();
 }
 
-// Memory is on its way while the sphere tests run: the records that a tetrahedron links to, which are tested
-// if it is doomed.
-inline void Dt3::prefetchNeighbors(const Tet3* pTet)
-{
-    for (const Tet3* pNeighbor : pTet->aOppTet)
-        __builtin_prefetch(pNeighbor);
-}
-
 // Looks at the neighbours of a doomed tetrahedron: those in conflict are doomed, and the facets towards the
 // others bound the cavity. Whether a neighbour is in conflict is as good as random, so nothing branches on
 // it: it is stored in both lists and counted in one.
