@@ -1,6 +1,7 @@
 #include "vorn3d/geometry/AlphaComplex.h"
 
 #include "DisjointSets.h"
+#include "Groups.h"
 #include "alphaRanks.h"
 #include "nalo_tools/assertion.h"
 #include "signedVolume.h"
@@ -8,7 +9,6 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
-#include <numeric>
 
 namespace VORN3D
 {
@@ -56,19 +56,16 @@ const std::vector<std::uint32_t>& AlphaComplex::getRanks(int dimension) const
 
 std::vector<AlphaSimplex3> AlphaComplex::filtration() const
 {
-    // By counting, as dimensions and numbers ascend already.
-    std::vector<std::size_t> vFirst(m_vValues.size() + 1, 0);
-    for (const auto& vRanks : m_avRanks)
-        for (const std::uint32_t rank : vRanks)
-            ++vFirst[rank + 1];
-    std::partial_sum(vFirst.begin(), vFirst.end(), vFirst.begin());
-    std::vector<AlphaSimplex3> vSimplices(vFirst.back());
-    for (int dimension = 0; dimension < 4; ++dimension) {
-        std::uint32_t number = 0;
-        for (const std::uint32_t rank : getRanks(dimension))
-            vSimplices[vFirst[rank]++] = {dimension, number++, rank};
-    }
-    return vSimplices;
+    // Dimensions and numbers ascend already.
+    return Groups<AlphaSimplex3>(m_vValues.size(),
+                                 [this](const auto& use) {
+                                     for (int dimension = 0; dimension < 4; ++dimension) {
+                                         std::uint32_t number = 0;
+                                         for (const std::uint32_t rank : getRanks(dimension))
+                                             use(rank, AlphaSimplex3{dimension, number++, rank});
+                                     }
+                                 })
+        .takeAll();
 }
 
 std::uint32_t AlphaComplex::getNumRanks(double alpha) const
@@ -108,8 +105,12 @@ std::vector<char> AlphaComplex::getSolid(double alpha, AlphaVoids3 voids) const
 
 std::vector<AlphaPlace3> AlphaComplex::classifyTriangles(double alpha, AlphaVoids3 voids) const
 {
-    const std::uint32_t numRanks = getNumRanks(alpha);
-    const std::vector<char> vSolid = getSolid(alpha, voids);
+    return classifyTriangles(getNumRanks(alpha), voids, getSolid(alpha, voids));
+}
+
+std::vector<AlphaPlace3> AlphaComplex::classifyTriangles(std::uint32_t numRanks, AlphaVoids3 voids,
+                                                         const std::vector<char>& vSolid) const
+{
     std::vector<AlphaPlace3> vPlaces(getNumSimplices(2), AlphaPlace3::OUTSIDE);
     for (std::size_t i = 0; i < vPlaces.size(); ++i) {
         const bool bInComplex = m_avRanks[2][i] < numRanks;
@@ -129,7 +130,7 @@ std::vector<AlphaPlace3> AlphaComplex::classifyTriangles(double alpha, AlphaVoid
 AlphaSurface AlphaComplex::surface(double alpha, AlphaVoids3 voids) const
 {
     const std::vector<char> vSolid = getSolid(alpha, voids);
-    const std::vector<AlphaPlace3> vPlaces = classifyTriangles(alpha, voids);
+    const std::vector<AlphaPlace3> vPlaces = classifyTriangles(getNumRanks(alpha), voids, vSolid);
     AlphaSurface surface;
     const auto listTriangles = [&](AlphaPlace3 place) {
         for (std::size_t i = 0; i < vPlaces.size(); ++i) {
@@ -191,14 +192,12 @@ namespace
 /// The numbers of simplices by rank.
 std::vector<std::uint32_t> sortByRank(const std::vector<std::uint32_t>& vRanks, std::size_t numRanks)
 {
-    std::vector<std::size_t> vFirst(numRanks + 1, 0);
-    for (const std::uint32_t rank : vRanks)
-        ++vFirst[rank + 1];
-    std::partial_sum(vFirst.begin(), vFirst.end(), vFirst.begin());
-    std::vector<std::uint32_t> vSorted(vRanks.size());
-    for (std::uint32_t i = 0; i < vRanks.size(); ++i)
-        vSorted[vFirst[vRanks[i]]++] = i;
-    return vSorted;
+    return Groups<std::uint32_t>(numRanks,
+                                 [&](const auto& use) {
+                                     for (std::uint32_t i = 0; i < vRanks.size(); ++i)
+                                         use(vRanks[i], i);
+                                 })
+        .takeAll();
 }
 
 } // namespace

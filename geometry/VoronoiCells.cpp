@@ -2,6 +2,7 @@
 
 #include "CellBounds.h"
 #include "ConvexCell.h"
+#include "Groups.h"
 #include "VoronoiDual.h"
 #include "nalo_tools/assertion.h"
 
@@ -9,7 +10,6 @@
 #include <cmath>
 #include <iterator>
 #include <limits>
-#include <numeric>
 #include <utility>
 
 namespace VORN3D
@@ -101,30 +101,6 @@ private:
     std::vector<PolygonMeasures> m_vSums;
 };
 
-/// Numbers grouped by keys from 0 on.
-class Groups
-{
-public:
-    /// Calls forEach(use) twice, which must call use(key, value) for each of the same entries.
-    template <class ForEach>
-    Groups(std::size_t numKeys, const ForEach& forEach) : m_vFirst(numKeys + 1, 0)
-    {
-        forEach([&](std::uint32_t key, std::uint32_t) { ++m_vFirst[key + 1]; });
-        std::partial_sum(m_vFirst.begin(), m_vFirst.end(), m_vFirst.begin());
-        m_vValues.resize(m_vFirst.back());
-        std::vector<std::size_t> vNext = m_vFirst;
-        forEach([&](std::uint32_t key, std::uint32_t value) { m_vValues[vNext[key]++] = value; });
-    }
-
-    std::size_t getSize(std::uint32_t key) const { return m_vFirst[key + 1] - m_vFirst[key]; }
-    const std::uint32_t* begin(std::uint32_t key) const { return m_vValues.data() + m_vFirst[key]; }
-    const std::uint32_t* end(std::uint32_t key) const { return m_vValues.data() + m_vFirst[key + 1]; }
-
-private:
-    std::vector<std::size_t> m_vFirst;
-    std::vector<std::uint32_t> m_vValues;
-};
-
 /// The faces of the whole cells, each once.
 struct Faces
 {
@@ -153,7 +129,8 @@ public:
             if (m_pBounds != nullptr)
                 m_faces.vSites.push_back({face.first, face.second});
         });
-        const Groups faceSides = groupFaceSides([this](std::uint32_t cell) { return isCut(cell); });
+        const Groups<std::uint32_t> faceSides =
+            groupFaceSides([this](std::uint32_t cell) { return isCut(cell); });
         forEachCell([&](std::uint32_t cell) {
             if (isCut(cell))
                 cutOut(cell, faceSides);
@@ -169,7 +146,7 @@ public:
             m_faces.vCorners.insert(m_faces.vCorners.end(), face.vCorners.begin(), face.vCorners.end());
             m_faces.vFirstCorner.push_back(m_faces.vCorners.size());
         });
-        const Groups faceSides = groupFaceSides([](std::uint32_t) { return true; });
+        const Groups<std::uint32_t> faceSides = groupFaceSides([](std::uint32_t) { return true; });
         addDualCorners();
         m_cells.vFirstFace.push_back(0);
         m_cells.vFirstCorner.push_back(0);
@@ -239,9 +216,9 @@ private:
 
     /// For each wanted cell its faces, twice their number, plus one if it is the second site.
     template <class IsWanted>
-    Groups groupFaceSides(const IsWanted& isWanted) const
+    Groups<std::uint32_t> groupFaceSides(const IsWanted& isWanted) const
     {
-        return Groups(m_vHandles.size(), [&](const auto& use) {
+        return Groups<std::uint32_t>(m_vHandles.size(), [&](const auto& use) {
             std::uint32_t side = 0;
             for (const auto& sites : m_faces.vSites)
                 for (const std::uint32_t site : sites) {
@@ -256,7 +233,7 @@ private:
     std::uint32_t getNeighbor(std::uint32_t side) const { return m_faces.vSites[side / 2][1 - side % 2]; }
 
     /// Cuts the region by the planes between a site and its neighbours, and measures the rest.
-    ConvexCell cutOut(std::uint32_t site, const Groups& faceSides)
+    ConvexCell cutOut(std::uint32_t site, const Groups<std::uint32_t>& faceSides)
     {
         struct Neighbor
         {
@@ -303,7 +280,7 @@ private:
                                     m_dual.getDirections().end());
     }
 
-    void addWholeCell(std::uint32_t cell, const Groups& faceSides)
+    void addWholeCell(std::uint32_t cell, const Groups<std::uint32_t>& faceSides)
     {
         std::for_each(faceSides.begin(cell), faceSides.end(cell), [&](std::uint32_t side) {
             const auto begin = m_faces.vCorners.begin();

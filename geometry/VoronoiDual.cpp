@@ -2,6 +2,7 @@
 
 #include "DisjointSets.h"
 #include "circumcenter.h"
+#include "cornerTables.h"
 #include "hullSurfaceOfMesh.h"
 #include "nalo_tools/assertion.h"
 #include "predicates.h"
@@ -21,6 +22,12 @@ constexpr std::array<std::array<std::uint8_t, 4>, 6> EDGE_ORDERS = {
 
 /// The number of the edge between two corners, of either order.
 constexpr std::uint8_t EDGE_OF_ENDS[4][4] = {{6, 0, 1, 2}, {0, 6, 3, 4}, {1, 3, 6, 5}, {2, 4, 5, 6}};
+
+void appendIfOther(std::vector<std::uint32_t>& vCorners, std::uint32_t corner)
+{
+    if (vCorners.empty() || vCorners.back() != corner)
+        vCorners.push_back(corner);
+}
 
 std::array<double, 3> toArray(const Vec& v)
 {
@@ -52,12 +59,8 @@ void VoronoiDual::joinCospherical()
             const std::uint32_t neighbor = m_mesh.vNeighbors[4 * std::size_t{tet} + i];
             if (neighbor == NO_INDEX || neighbor < tet)
                 continue;
-            const std::size_t first = 4 * std::size_t{neighbor};
-            std::size_t opp = first;
-            while (m_mesh.vNeighbors[opp] != tet)
-                ++opp;
-            if (isOnSphere(*corners[0], *corners[1], *corners[2], *corners[3],
-                           *m_vHandles[m_mesh.vCorners[opp]]))
+            const std::uint32_t opposite = m_mesh.vCorners[getFacetOfNeighbor(m_mesh, neighbor, tet)];
+            if (isOnSphere(*corners[0], *corners[1], *corners[2], *corners[3], *m_vHandles[opposite]))
                 sets.join({tet, neighbor});
         }
     }
@@ -149,35 +152,34 @@ std::uint32_t VoronoiDual::getCornerAtInfinity(const RingTet& place) const
     return getNumFiniteCorners() + m_vFacetOfHullSlot[static_cast<std::size_t>(i)];
 }
 
+/// Appends the different corners from a place on, all around the edge or as far as the hull: false there, and
+/// the last place is left.
+bool VoronoiDual::followRing(RingTet& place, std::vector<std::uint8_t>& vDoneEdges,
+                             std::vector<std::uint32_t>& vCorners) const
+{
+    const std::uint32_t first = place.tet;
+    do {
+        vDoneEdges[place.tet] |=
+            static_cast<std::uint8_t>(1U << EDGE_OF_ENDS[place.order[0]][place.order[1]]);
+        appendIfOther(vCorners, m_vCornerOfTet[place.tet]);
+        if (!step(place))
+            return false;
+    } while (place.tet != first);
+    return true;
+}
+
 /// Lists the different corners around an edge, counter-clockwise as its second end sees them.
 void VoronoiDual::collectCorners(const RingTet& start, std::vector<std::uint8_t>& vDoneEdges,
                                  std::vector<std::uint32_t>& vCorners) const
 {
     vCorners.clear();
-    const auto add = [&](std::uint32_t corner) {
-        if (vCorners.empty() || vCorners.back() != corner)
-            vCorners.push_back(corner);
-    };
     RingTet place = start;
-    bool bHull = false;
-    do {
-        vDoneEdges[place.tet] |=
-            static_cast<std::uint8_t>(1U << EDGE_OF_ENDS[place.order[0]][place.order[1]]);
-        add(m_vCornerOfTet[place.tet]);
-        bHull = !step(place);
-    } while (!bHull && place.tet != start.tet);
-
-    if (bHull) {
+    if (!followRing(place, vDoneEdges, vCorners)) {
         // The other way round are all of them, from this end of the ring to the other.
-        vCorners.clear();
-        add(getCornerAtInfinity(place));
+        vCorners.assign(1, getCornerAtInfinity(place));
         place = getReversed(place);
-        do {
-            vDoneEdges[place.tet] |=
-                static_cast<std::uint8_t>(1U << EDGE_OF_ENDS[place.order[0]][place.order[1]]);
-            add(m_vCornerOfTet[place.tet]);
-        } while (step(place));
-        add(getCornerAtInfinity(place));
+        followRing(place, vDoneEdges, vCorners);
+        appendIfOther(vCorners, getCornerAtInfinity(place));
         std::reverse(vCorners.begin(), vCorners.end());
     }
     while (vCorners.size() > 1 && vCorners.front() == vCorners.back())

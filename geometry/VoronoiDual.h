@@ -50,9 +50,7 @@ public:
     /// From a site to another one.
     Vec getDifference(std::uint32_t site, std::uint32_t other) const
     {
-        const double* from = m_vHandles[site]->getCoordinates();
-        const double* to = m_vHandles[other]->getCoordinates();
-        return {to[0] - from[0], to[1] - from[1], to[2] - from[2]};
+        return VORN3D::getVector(*m_vHandles[site], *m_vHandles[other]);
     }
 
     /// A site at a finite corner.
@@ -112,6 +110,8 @@ private:
     std::uint32_t getCornerAtInfinity(const RingTet& place) const;
     void collectCorners(const RingTet& start, std::vector<std::uint8_t>& vDoneEdges,
                         std::vector<std::uint32_t>& vCorners) const;
+    bool followRing(RingTet& place, std::vector<std::uint8_t>& vDoneEdges,
+                    std::vector<std::uint32_t>& vCorners) const;
 
     const std::vector<Point3*>& m_vHandles;
     MeshArrays m_mesh;

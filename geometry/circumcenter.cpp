@@ -1,13 +1,9 @@
-// The last point as origin, the sphere through u, v, w and the origin has the centre
-//
-//     (|u|^2 v x w + |v|^2 w x u + |w|^2 u x v) / (2 u . v x w).
-//
-// With m the largest coordinate, the numerator is computed with an error of some 30 m^4 2^-53 in each
-// coordinate. The quotient is good if the denominator is not much less than m^3; else numerator and
-// denominator are evaluated in integers.
+// With m the largest coordinate from the last point, the numerator of the centre is computed with an error of
+// some 30 m^4 2^-53 in each coordinate. The quotient is good if the denominator is not much less than m^3;
+// else numerator and denominator are evaluated in integers.
 #include "circumcenter.h"
 
-#include "crossProduct.h"
+#include "circumspheres.h"
 #include "predicates/FloatFilter.h"
 #include "predicates/IntegerRows.h"
 #include "scaledDouble.h"
@@ -26,41 +22,18 @@ constexpr double LARGEST_ORDINARY = 0x1p60;
 
 constexpr double LEAST_GOOD_VOLUME = 0x1p-16; // of a cube with the tetrahedron's extent, sixfold
 
-template <class Number>
-struct Quotient
-{
-    std::array<Number, 3> numerator;
-    Number halfOfDenominator;
-};
-
-/// Scale gives a number of the wanted type from the value of a product of that many differences.
-template <class T, class Scale>
-auto evaluateCenter(const std::array<Row<T>, 3>& rows, const Scale& scale)
-{
-    const auto& [u, v, w] = rows;
-    const auto vw = getCrossProduct(v, w);
-    const auto wu = getCrossProduct(w, u);
-    const auto uv = getCrossProduct(u, v);
-    const auto sum = [u = lift(u), v = lift(v), w = lift(w)](const auto& a, const auto& b, const auto& c) {
-        return u * a + v * b + w * c;
-    };
-    using Number = decltype(scale(vw.x, 2));
-    return Quotient<Number>{
-        {scale(sum(vw.x, wu.x, uv.x), 4), scale(sum(vw.y, wu.y, uv.y), 4), scale(sum(vw.z, wu.z, uv.z), 4)},
-        scale(u.x * vw.x + u.y * vw.y + u.z * vw.z, 3)};
-}
-
 template <class Integer>
 std::optional<Vec> evaluateInIntegers(const std::array<Row<Integer>, 3>& rows, int unitExponent)
 {
-    const auto [numerator, half] = evaluateCenter(
-        rows, [&](const auto& value, int degree) { return roundToScaled(value, degree * unitExponent); });
-    if (half.mantissa == 0.0)
+    const auto sphere = getCircumsphere(rows);
+    const ScaledDouble det = roundToScaled(sphere.det, 3 * unitExponent);
+    if (det.mantissa == 0.0)
         return std::nullopt;
-    const auto divide = [half = half](const ScaledDouble& value) {
-        return std::ldexp(value.mantissa / half.mantissa, value.exponent - half.exponent - 1);
+    const auto divide = [&](const auto& numerator) {
+        const ScaledDouble value = roundToScaled(numerator, 4 * unitExponent);
+        return std::ldexp(value.mantissa / det.mantissa, value.exponent - det.exponent - 1);
     };
-    return Vec{divide(numerator[0]), divide(numerator[1]), divide(numerator[2])};
+    return Vec{divide(sphere.numerator.x), divide(sphere.numerator.y), divide(sphere.numerator.z)};
 }
 
 [[gnu::noinline]] std::optional<Vec> getCenterByIntegers(const OrientationPoints& points, int frameExponent)
@@ -125,13 +98,13 @@ std::optional<Vec> getCenterFromLast(const LocalFrame& frame, const OrientationP
     const std::array<Row<double>, 3> rows = {toRow(frame.getVector(points[3], points[0])),
                                              toRow(frame.getVector(points[3], points[1])),
                                              toRow(frame.getVector(points[3], points[2]))};
-    const auto [numerator, half] = evaluateCenter(rows, [](double value, int) { return value; });
+    const auto sphere = getCircumsphere(rows);
     double extent = 0.0;
     for (const Row<double>& row : rows)
         extent = std::max(extent, maxAbs(row.x, row.y, row.z));
-    if (!(std::fabs(half) > LEAST_GOOD_VOLUME * (extent * extent * extent)) || extent < 0x1p-200)
+    if (!(std::fabs(sphere.det) > LEAST_GOOD_VOLUME * (extent * extent * extent)) || extent < 0x1p-200)
         return getCenterByIntegers(points, frame.getUnitExponent());
-    return (0.5 / half) * Vec{numerator[0], numerator[1], numerator[2]};
+    return (0.5 / sphere.det) * Vec{sphere.numerator.x, sphere.numerator.y, sphere.numerator.z};
 }
 
 } // namespace VORN3D

@@ -9,7 +9,7 @@
 // The centre's barycentric coordinate for u is c.(v x w) / det, so a positive multiple of numerator.(v x w).
 #pragma once
 
-#include "predicates/Determinants.h"
+#include "rowProducts.h"
 
 #include <array>
 #include <tuple>
@@ -17,19 +17,6 @@
 
 namespace VORN3D
 {
-
-template <class T, class U>
-[[gnu::always_inline]] inline auto dot(const Row<T>& p, const Row<U>& q)
-{
-    return p.x * q.x + p.y * q.y + p.z * q.z;
-}
-
-template <class T>
-[[gnu::always_inline]] inline auto cross(const Row<T>& p, const Row<T>& q)
-{
-    const auto x = p.y * q.z - q.y * p.z;
-    return Row<std::decay_t<decltype(x)>>{x, p.z * q.x - q.z * p.x, p.x * q.y - q.x * p.y};
-}
 
 template <class Normal, class Determinant, class Numerator>
 struct Circumsphere

@@ -1,10 +1,10 @@
 #include "meshFaces.h"
 
+#include "Groups.h"
 #include "cornerTables.h"
 #include "nalo_tools/assertion.h"
 
 #include <algorithm>
-#include <numeric>
 
 namespace VORN3D
 {
@@ -25,9 +25,7 @@ void MeshFaces::listTriangles(const MeshArrays& mesh)
         const std::size_t tet = facet / 4;
         const std::size_t neighbor = mesh.vNeighbors[facet];
         if (neighbor < tet) { // which is not the case of NO_INDEX
-            const auto first = mesh.vNeighbors.begin() + static_cast<std::ptrdiff_t>(4 * neighbor);
-            const auto opp = static_cast<std::size_t>(std::find(first, first + 4, tet) - first);
-            vTriangleOfFacet[facet] = vTriangleOfFacet[4 * neighbor + opp];
+            vTriangleOfFacet[facet] = vTriangleOfFacet[getFacetOfNeighbor(mesh, neighbor, tet)];
             continue;
         }
         vTriangleOfFacet[facet] = static_cast<std::uint32_t>(vFacetOfTriangle.size());
@@ -54,23 +52,18 @@ void MeshFaces::listEdges(std::size_t numPoints)
     };
     const std::size_t numSides = vTriangleCorners.size();
     vEdgeOfSide.resize(numSides);
-    std::vector<std::size_t> vFirst(numPoints + 2, 0);
-    for (std::size_t place = 0; place < numSides; ++place)
-        ++vFirst[getEnds(place).first + 2];
-    std::partial_sum(vFirst.begin(), vFirst.end(), vFirst.begin());
-    std::vector<Side> vSides(numSides);
-    for (std::size_t place = 0; place < numSides; ++place) {
-        const auto [smaller, larger] = getEnds(place);
-        vSides[vFirst[smaller + 1]++] = {place, larger};
-    }
+    Groups<Side> sides(numPoints, [&](const auto& use) {
+        for (std::size_t place = 0; place < numSides; ++place) {
+            const auto [smaller, larger] = getEnds(place);
+            use(smaller, Side{place, larger});
+        }
+    });
     for (std::uint32_t smaller = 0; smaller < numPoints; ++smaller) {
-        const auto first = vSides.begin() + static_cast<std::ptrdiff_t>(vFirst[smaller]);
-        const auto end = vSides.begin() + static_cast<std::ptrdiff_t>(vFirst[smaller + 1]);
-        std::sort(first, end);
-        for (auto it = first; it != end; ++it) {
-            if (it == first || (it - 1)->larger != it->larger)
-                vEdgeEnds.insert(vEdgeEnds.end(), {smaller, it->larger});
-            vEdgeOfSide[it->place] = static_cast<std::uint32_t>(getNumEdges() - 1);
+        std::sort(sides.begin(smaller), sides.end(smaller));
+        for (const Side* p = sides.begin(smaller); p != sides.end(smaller); ++p) {
+            if (p == sides.begin(smaller) || (p - 1)->larger != p->larger)
+                vEdgeEnds.insert(vEdgeEnds.end(), {smaller, p->larger});
+            vEdgeOfSide[p->place] = static_cast<std::uint32_t>(getNumEdges() - 1);
         }
     }
 }

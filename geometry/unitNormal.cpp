@@ -1,8 +1,8 @@
 #include "unitNormal.h"
 
-#include "crossProduct.h"
 #include "predicates/FloatFilter.h"
 #include "predicates/IntegerRows.h"
+#include "rowProducts.h"
 #include "scaledDouble.h"
 
 #include <algorithm>
@@ -30,7 +30,7 @@ Vec toUnit(const Vec& v)
 [[gnu::noinline]] Vec getNormalByIntegers(const PointArray<3>& points)
 {
     return withLongRows(points, [](const auto& rows, int) {
-        const auto product = getCrossProduct(rows[0], rows[1]);
+        const auto product = cross(rows[0], rows[1]);
         const ScaledDouble x = roundToScaled(product.x, 0);
         const ScaledDouble y = roundToScaled(product.y, 0);
         const ScaledDouble z = roundToScaled(product.z, 0);
@@ -46,7 +46,7 @@ Vec getUnitNormal(const Point3& a, const Point3& b, const Point3& c)
     const PointArray<3> points = {b.getCoordinates(), c.getCoordinates(), a.getCoordinates()};
     const Row<double> u = difference(points[0], points[2]);
     const Row<double> v = difference(points[1], points[2]);
-    const Row<double> product = getCrossProduct(u, v);
+    const Row<double> product = cross(u, v);
     const double extent = maxAbs(u.x, u.y, u.z) * maxAbs(v.x, v.y, v.z);
     if (extent >= LEAST_ORDINARY_PRODUCT && extent <= LARGEST_ORDINARY_PRODUCT &&
         maxAbs(product.x, product.y, product.z) > LEAST_GOOD_SHARE * extent)

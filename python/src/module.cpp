@@ -284,16 +284,8 @@ bindWeights(const Triangulation& triangulation, InterpolationMethod3 method, Out
             toArray<double>(std::move(weights.vWeights))};
 }
 
-} // namespace
-
-} // namespace VORN3D::python
-
-NB_MODULE(_core, m)
+void bindEnums(nb::module_& m)
 {
-    using namespace VORN3D::python;
-    using Self = const Triangulation&;
-    setUpLibrary();
-
     nb::enum_<VORN3D::InterpolationMethod3>(m, "Method")
         .value("LINEAR", VORN3D::InterpolationMethod3::LINEAR)
         .value("NATURAL", VORN3D::InterpolationMethod3::NATURAL);
@@ -301,8 +293,10 @@ NB_MODULE(_core, m)
         .value("NOTHING", VORN3D::OutsideHull3::NOTHING)
         .value("NEAREST", VORN3D::OutsideHull3::NEAREST)
         .value("CLAMP", VORN3D::OutsideHull3::CLAMP);
+}
 
-    using VORN3D::AlphaComplex;
+void bindAlpha(nb::module_& m)
+{
     const auto unlocked = nb::call_guard<nb::gil_scoped_release>();
     nb::class_<AlphaComplex>(m, "AlphaComplex")
         .def("surface", &bindAlphaSurface, "alpha"_a, "filled"_a)
@@ -314,7 +308,11 @@ NB_MODULE(_core, m)
         .def("enclosing_alpha", &AlphaComplex::enclosingAlpha, unlocked)
         .def("faces", &bindAlphaFaces, "dimension"_a)
         .def("values", [](const AlphaComplex& c) { return toArray<double>(std::vector(c.getValues())); });
+}
 
+void bindTriangulation(nb::module_& m)
+{
+    using Self = const Triangulation&;
     nb::class_<Triangulation>(m, "Triangulation")
         .def(
             "__init__",
@@ -339,4 +337,21 @@ NB_MODULE(_core, m)
         .def("nearest", &bindNearest, "points"_a, "k"_a)
         .def("interpolate", &bindInterpolate, "method"_a, "outside"_a, "tolerance"_a, "points"_a, "values"_a)
         .def("weights", &bindWeights, "method"_a, "outside"_a, "tolerance"_a, "points"_a);
+}
+
+} // namespace
+
+static void bindModule(nb::module_& m)
+{
+    setUpLibrary();
+    bindEnums(m);
+    bindAlpha(m);
+    bindTriangulation(m);
+}
+
+} // namespace VORN3D::python
+
+NB_MODULE(_core, m)
+{
+    VORN3D::python::bindModule(m);
 }

@@ -139,6 +139,10 @@ private:
     /// For each tetrahedron, and in the end for what is beyond the hull, whether it is in the solid.
     std::vector<char> getSolid(double alpha, AlphaVoids3 voids) const;
 
+    /// For the complex of the first numRanks ranks and its solid.
+    std::vector<AlphaPlace3> classifyTriangles(std::uint32_t numRanks, AlphaVoids3 voids,
+                                               const std::vector<char>& vSolid) const;
+
     /// The tetrahedra on the two sides of a triangle; beyond the hull the number of tetrahedra.
     std::array<std::uint32_t, 2> getSides(std::size_t triangle) const;
 
