@@ -1,4 +1,4 @@
-"""Long work: watched by a function, stopped by it half-way, gone on with, and shared by threads."""
+"""Long work: watched by a function, stopped by it on the way, gone on with, and shared by threads."""
 
 from concurrent.futures import ThreadPoolExecutor
 
@@ -11,18 +11,18 @@ class EnoughError(Exception):
     pass
 
 
-def stop_half_way(done: int, total: int) -> None:
-    if done > total / 2:
+def stop_on_the_way(done: int, total: int) -> None:
+    if done > total / 4:
         raise EnoughError
 
 
-points = np.random.default_rng(1).random((50_000, 3))
+points = np.random.default_rng(1).random((400_000, 3))
 tri = vorn3d.Delaunay(np.empty((0, 3)), incremental=True)
 try:
-    tri.add_points(points, progress=stop_half_way)
+    tri.add_points(points, progress=stop_on_the_way)
 except EnoughError:
     missing = int((tri.vertex_to_simplex < 0).sum())
-    print("stopped half-way:", 0 < missing < 25_000, "and sound:", tri.check())
+    print("stopped on the way:", 0 < missing < 300_000, "and sound:", tri.check())
 
 tri.add_points(np.empty((0, 3)))  # goes on with what is missing
 print("complete:", bool((tri.vertex_to_simplex >= 0).all()), tri.status.name)
