@@ -7,15 +7,13 @@
 // less itself, without a branch on who came first. A facet of the new convex hull stays alone and its partner
 // is null.
 //
-// Open addressing with linear probing. A slot counts only if it carries the stamp of the current insertion,
-// so that starting anew costs nothing; the table is sized for the current insertion, to stay in a cache.
+// Open addressing with linear probing. Slots are small, and the table is sized for the current insertion, to
+// stay in a cache.
 #pragma once
 
-#include "kernel/EdgeKey.h"
-#include "nalo_tools/ScratchList.h"
-#include "vorn3d/Point3.h"
 #include "vorn3d/Tet3.h"
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <vector>
@@ -23,90 +21,72 @@
 namespace VORN3D
 {
 
-/// The tetrahedra that share a facet at the edge between two vertices.
-struct TwoTetStruct
-{
-    EdgeKey edge;
-    std::uintptr_t sumOfTets = 0;
-    std::uint64_t stamp = 0;
-};
-
 class FacetHash
 {
-public:
-    FacetHash() : m_vSlots(MIN_SLOTS, TwoTetStruct{}), m_mask(MIN_SLOTS - 1) {}
+    // The tetrahedra that share a facet at an edge, which is named by the numbers of its ends, the smaller
+    // one in the upper half.
+    struct Slot
+    {
+        std::uint64_t edge;
+        std::uintptr_t sumOfTets;
+    };
 
-    /// Forgets everything and makes room for `numEdges` edges. O(1) unless the table must grow.
+    static constexpr std::uint64_t NO_EDGE = 0; // from the first vertex to itself
+    static constexpr std::size_t SLOTS_PER_EDGE = 2;
+
+public:
+    /// Forgets everything and makes room for `numEdges` edges. Linear in these.
     void start(std::size_t numEdges)
     {
-        ++m_stamp;
-        m_mask = MIN_SLOTS - 1;
-        while (m_mask < SLOTS_PER_EDGE * numEdges)
-            m_mask = 2 * m_mask + 1;
-        if (m_vSlots.size() <= m_mask)
-            m_vSlots.resize(m_mask + 1, TwoTetStruct{});
+        m_numBits = 7;
+        while (std::size_t{1} << m_numBits < SLOTS_PER_EDGE * numEdges)
+            ++m_numBits;
+        const std::size_t numSlots = std::size_t{1} << m_numBits;
+        if (m_vSlots.size() < numSlots)
+            m_vSlots.resize(numSlots);
+        std::fill_n(m_vSlots.begin(), numSlots, Slot{NO_EDGE, 0});
     }
 
-    /// Names the facet of pTet at an edge. Returns its slot.
-    std::uint32_t matchFacet(const Tet3* pTet, const EdgeKey& edge)
+    /// Enters the tetrahedra of a star, one by one. Works on registers; the table must not be used otherwise
+    /// meanwhile.
+    class Matcher
     {
-        const std::size_t index = findSlot(edge);
-        TwoTetStruct& slot = m_vSlots[index];
-        const std::uintptr_t sumBefore = slot.sumOfTets & getMaskIfUsed(slot);
-        slot = {edge, sumBefore + reinterpret_cast<std::uintptr_t>(pTet), m_stamp};
-        return static_cast<std::uint32_t>(index);
-    }
+    public:
+        explicit Matcher(FacetHash& edges)
+            : m_pSlots(edges.m_vSlots.data()), m_mask((std::size_t{1} << edges.m_numBits) - 1),
+              m_shift(64 - edges.m_numBits)
+        {
+        }
 
-    /// The tetrahedron that shares the slot's facet with pTet; null while there is none.
+        /// Enters pTet at an edge of its base. Returns where its partner there will be found.
+        std::uint32_t match(const Tet3* pTet, std::uint32_t source, std::uint32_t target) const
+        {
+            const std::uint64_t edge =
+                std::uint64_t{std::min(source, target)} << 32 | std::max(source, target);
+            std::size_t index = edge * UINT64_C(0x9E3779B97F4A7C15) >> m_shift;
+            // A slot of another edge: one condition, and seldom true.
+            while (((m_pSlots[index].edge != edge) & (m_pSlots[index].edge != NO_EDGE)) != 0)
+                index = (index + 1) & m_mask;
+            m_pSlots[index].edge = edge;
+            m_pSlots[index].sumOfTets += reinterpret_cast<std::uintptr_t>(pTet);
+            return static_cast<std::uint32_t>(index);
+        }
+
+    private:
+        Slot* const m_pSlots;
+        const std::size_t m_mask;
+        const unsigned m_shift;
+    };
+
+    /// The tetrahedron that shares the facet with pTet; null if there is none.
     Tet3* takePartner(std::uint32_t slot, const Tet3* pTet) const
     {
         return reinterpret_cast<Tet3*>(m_vSlots[slot].sumOfTets - reinterpret_cast<std::uintptr_t>(pTet));
     }
 
-    /// Enters the tetrahedra of a star, one by one.
-    class Matcher
-    {
-    public:
-        explicit Matcher(FacetHash& edges) : m_edges(edges) {}
-
-        /// Enters pTet, whose base is a, b, c. Appends the slots of its facets opposite these three.
-        void match(const Tet3* pTet, const Point3* a, const Point3* b, const Point3* c,
-                   ScratchList<std::uint32_t>::Appender& slots)
-        {
-            slots.append(m_edges.matchFacet(pTet, {b, c}));
-            slots.append(m_edges.matchFacet(pTet, {c, a}));
-            slots.append(m_edges.matchFacet(pTet, {a, b}));
-        }
-
-    private:
-        FacetHash& m_edges;
-    };
-
 private:
-    static constexpr std::size_t MIN_SLOTS = 128;
-    static constexpr std::size_t SLOTS_PER_EDGE = 2;
-
-    std::size_t findSlot(const EdgeKey& edge) const
-    {
-        std::size_t index = edge.getHash() & m_mask;
-        // A slot of another edge: one condition, and seldom true.
-        while ((((m_vSlots[index].edge.low ^ edge.low) | (m_vSlots[index].edge.high ^ edge.high)) &
-                getMaskIfUsed(m_vSlots[index])) != 0)
-            index = (index + 1) & m_mask;
-        return index;
-    }
-
-    // All bits set if the slot counts, none otherwise: whether it does is as good as random, so nothing
-    // branches.
-    std::uintptr_t getMaskIfUsed(const TwoTetStruct& slot) const
-    {
-        return std::uintptr_t{0} - std::uintptr_t{slot.stamp == m_stamp};
-    }
-
-    std::vector<TwoTetStruct> m_vSlots;
-    std::size_t m_mask;
-    // 64 bits never run out. Stamp 0 is that of slots never used.
-    std::uint64_t m_stamp = 0;
+    std::vector<Slot> m_vSlots;
+    unsigned m_numBits = 0;
 };
 
 } // namespace VORN3D

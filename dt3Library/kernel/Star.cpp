@@ -19,6 +19,7 @@ void Star::clear()
 void Star::makeRoom(TetStore& tets)
 {
     m_vSlots.makeRoomFor(3 * m_vFacets.size());
+    m_numbers.makeRoomFor(m_vFacets.size());
     if (isModerate())
         m_edgeMatrix.start(m_vFacets.size());
     else
@@ -39,7 +40,8 @@ std::size_t Star::join(Point3* pVtx, const NaloTest3& predicates)
 template <class Edges>
 void Star::make(Point3* pVtx, const NaloTest3& predicates, Edges& edges)
 {
-    typename Edges::Matcher matcher(edges);
+    const typename Edges::Matcher matcher(edges);
+    StarNumbers::Numberer numberer(m_numbers);
     ScratchList<std::uint32_t>::Appender slots(m_vSlots, 3 * m_vFacets.size());
     std::int32_t label = takeRunningLabels(static_cast<std::uint32_t>(m_vFacets.size()));
     for (std::size_t i = 0; i < m_vFacets.size(); ++i) {
@@ -54,7 +56,12 @@ void Star::make(Point3* pVtx, const NaloTest3& predicates, Edges& edges)
         Tet3* pNewTet = m_vTets[i];
         pNewTet->fill(label++, pVtx, a, b, c);
         linkBeyond(pNewTet, facet);
-        matcher.match(pNewTet, a, b, c, slots);
+        const std::uint32_t ia = numberer.number(a);
+        const std::uint32_t ib = numberer.number(b);
+        const std::uint32_t ic = numberer.number(c);
+        slots.append(matcher.match(pNewTet, ib, ic));
+        slots.append(matcher.match(pNewTet, ic, ia));
+        slots.append(matcher.match(pNewTet, ia, ib));
     }
 }
 

@@ -9,6 +9,7 @@
 #include "kernel/EdgeMatrix.h"
 #include "kernel/FacetHash.h"
 #include "kernel/StarFacet.h"
+#include "kernel/StarNumbers.h"
 #include "kernel/TetStore.h"
 #include "nalo_tools/ScratchList.h"
 #include "predicates/NaloTest3.h"
@@ -58,6 +59,7 @@ private:
     std::size_t m_numVisible = 0;
     ScratchList<Tet3*> m_vTets;
     ScratchList<std::uint32_t> m_vSlots; // where each tetrahedron's partners at facets 1 to 3 are found
+    StarNumbers m_numbers;
     EdgeMatrix m_edgeMatrix;
     FacetHash m_facetHash;
 };

@@ -9,7 +9,7 @@
 namespace VORN3D
 {
 
-class EdgeMatrix;
+class StarNumbers;
 class Tet3;
 
 /// A point, and as a vertex of a triangulation also a handle into the mesh: it knows one incident
@@ -117,7 +117,7 @@ public:
     void debug() const;
 
 private:
-    friend class EdgeMatrix;
+    friend class StarNumbers;
 
     double m_aCoordinate[3];
     Tet3* m_pOneTet;
